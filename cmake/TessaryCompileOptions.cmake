@@ -1,0 +1,20 @@
+# Project-wide compiler settings, applied through the tessary_options interface
+# target so third-party code (Qt's moc output aside) is not affected.
+add_library(tessary_options INTERFACE)
+target_compile_options(tessary_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wimplicit-fallthrough)
+target_compile_definitions(tessary_options INTERFACE
+  QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+  QT_USE_QSTRINGBUILDER)
+target_include_directories(tessary_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+
+if(TESSARY_WERROR)
+  target_compile_options(tessary_options INTERFACE -Werror)
+endif()
+
+if(TESSARY_SANITIZE)
+  set(_san -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_compile_options(${_san})
+  add_link_options(${_san})
+endif()

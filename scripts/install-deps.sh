@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs what building, running and testing Tessary needs on Debian 12 /
+# Ubuntu. Idempotent: when everything is present it only checks and returns.
+set -euo pipefail
+
+packages=(
+  # toolchain
+  cmake ninja-build g++ pkg-config clang-format
+  # Qt 6, ICU, GIO
+  qt6-base-dev qt6-base-dev-tools libgl-dev libicu-dev libglib2.0-dev
+  # X11 / xcb
+  libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-xtest0-dev
+  libxcb-xinput-dev libxcb-keysyms1-dev libxcb-xfixes0-dev libxcb-res0-dev
+  libx11-dev libx11-xcb-dev libxtst-dev libxi-dev libxrandr-dev
+  # tests and benchmarks
+  libgtest-dev libgmock-dev libbenchmark-dev
+  # the test X session and its real clients
+  xvfb xauth openbox xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
+)
+
+missing=()
+for pkg in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed' || missing+=("$pkg")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo=""
+[ "$(id -u)" -eq 0 ] || sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/platform/key_value_store.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace tessary {
+
+// KeyValueStore over QSettings: the user's "Tessary" organisation and
+// application by default, or an explicit INI file (tests, tools).
+class SettingsKeyValueStore final : public KeyValueStore {
+public:
+    SettingsKeyValueStore();
+    explicit SettingsKeyValueStore(const QString &iniPath);
+
+    std::optional<QByteArray> bytes(const QString &key) const override;
+    void setBytes(const QString &key, const QByteArray &value) override;
+    std::optional<bool> boolean(const QString &key) const override;
+    void setBoolean(const QString &key, bool value) override;
+    std::optional<QHash<QString, int>> intMap(const QString &key) const override;
+    void setIntMap(const QString &key, const QHash<QString, int> &value) override;
+    void remove(const QString &key) override;
+
+private:
+    void store(const QString &key, const QVariant &value);
+
+    std::unique_ptr<QSettings> m_settings;
+};
+
+} // namespace tessary

@@ -1,0 +1,90 @@
+#include "core/settings/app_settings.h"
+
+#include <QHash>
+
+namespace tessary {
+
+AppSettings::AppSettings(KeyValueStore &defaults, QObject *parent)
+    : QObject(parent)
+    , m_defaults(defaults)
+{
+    if (const auto stored = m_defaults.bytes(QLatin1String(storageKey))) {
+        if (auto decoded = SettingsData::fromJson(*stored))
+            m_data = std::move(*decoded);
+    }
+}
+
+void AppSettings::setData(const SettingsData &data)
+{
+    if (data == m_data)
+        return;
+    Q_EMIT aboutToChange();
+    m_data = data;
+    save();
+    Q_EMIT changed();
+    if (onChange)
+        onChange();
+}
+
+std::optional<KeyCombo> AppSettings::combo(HotAction action) const
+{
+    const QString raw = rawValue(action);
+    if (m_data.disabled.contains(raw))
+        return std::nullopt;
+    return m_data.shortcuts.value(raw, defaultCombo(action));
+}
+
+void AppSettings::set(const std::optional<KeyCombo> &combo, HotAction action)
+{
+    const QString raw = rawValue(action);
+    SettingsData next = m_data;
+    if (combo) {
+        next.disabled.remove(raw);
+        setData(next);
+        next = m_data;
+        if (*combo == defaultCombo(action))
+            next.shortcuts.remove(raw);
+        else
+            next.shortcuts.insert(raw, *combo);
+        setData(next);
+    } else {
+        next.disabled.insert(raw);
+        setData(next);
+        next = m_data;
+        next.shortcuts.remove(raw);
+        setData(next);
+    }
+}
+
+QSet<HotAction> AppSettings::duplicates() const
+{
+    QHash<KeyCombo, HotAction> seen;
+    QSet<HotAction> result;
+    for (HotAction action : HotActions::allCases) {
+        const auto effective = combo(action);
+        if (!effective)
+            continue;
+        const auto earlier = seen.constFind(*effective);
+        if (earlier != seen.cend()) {
+            result.insert(action);
+            result.insert(*earlier);
+        } else {
+            seen.insert(*effective, action);
+        }
+    }
+    return result;
+}
+
+void AppSettings::resetShortcuts()
+{
+    SettingsData next = m_data;
+    next.shortcuts.clear();
+    setData(next);
+    next = m_data;
+    next.disabled.clear();
+    setData(next);
+}
+
+void AppSettings::save() { m_defaults.setBytes(QLatin1String(storageKey), m_data.toJson()); }
+
+} // namespace tessary

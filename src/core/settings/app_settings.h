@@ -1,0 +1,55 @@
+#pragma once
+
+#include "core/app/hot_action.h"
+#include "core/platform/key_value_store.h"
+#include "core/settings/settings_data.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <functional>
+#include <optional>
+
+namespace tessary {
+
+// The settings record, persisted under "tessary.settings.v1" on every effective
+// change. Main thread only. The store must outlive this object.
+class AppSettings : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr const char *storageKey = "tessary.settings.v1";
+
+    // Loads the stored record; a missing or undecodable one gives the defaults
+    // (nothing is written until the next change).
+    explicit AppSettings(KeyValueStore &defaults, QObject *parent = nullptr);
+
+    const SettingsData &data() const { return m_data; }
+    // Saves, announces and calls onChange only when `data` differs from the current record.
+    void setData(const SettingsData &data);
+
+    // Called after each effective change, after the record was saved.
+    std::function<void()> onChange;
+
+    // The effective shortcut: none when cleared, else the custom one, else the default.
+    std::optional<KeyCombo> combo(HotAction action) const;
+    // Sets a custom shortcut (a default combo leaves no custom entry) or, with
+    // no combo, clears it. Each step is its own change.
+    void set(const std::optional<KeyCombo> &combo, HotAction action);
+    // Every action whose effective shortcut another enabled action shares.
+    QSet<HotAction> duplicates() const;
+    // Drops all custom and cleared shortcuts (two changes).
+    void resetShortcuts();
+
+Q_SIGNALS:
+    void aboutToChange();
+    void changed();
+
+private:
+    void save();
+
+    KeyValueStore &m_defaults;
+    SettingsData m_data;
+};
+
+} // namespace tessary
