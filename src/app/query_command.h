@@ -1,0 +1,7 @@
+#pragma once
+
+namespace tessary {
+
+int runQueryCommand(int argc, char **argv);
+
+} // namespace tessary

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace tessary {
+
+int runTrayApplication(int argc, char **argv);
+
+} // namespace tessary
