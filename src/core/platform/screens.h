@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/windows/screen_info.h"
+
+#include <QList>
+#include <QPointF>
+
+namespace tessary {
+
+// Attached displays and the pointer, in desktop coordinates (origin bottom-left
+// of the first display, y up). The first display is the primary one.
+class Screens {
+public:
+    virtual ~Screens() = default;
+
+    virtual QList<ScreenInfo> screens() const = 0;
+    virtual QPointF pointerLocation() const = 0;
+};
+
+} // namespace tessary
