@@ -9,7 +9,13 @@ scripts/install-deps.sh
 scripts/check-format.sh
 
 build=${TESSARY_TEST_BUILD:-build/test}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTESSARY_WERROR=ON -DTESSARY_SANITIZE=ON -DTESSARY_TEST_DISPLAY="${TESSARY_TEST_DISPLAY:-73}" >/dev/null
+launcher=()
+if command -v ccache >/dev/null; then
+  # Paths relative to the checkout let worktrees share one cache.
+  export CCACHE_BASEDIR=$PWD
+  launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
+cmake -S . -B "$build" -G Ninja "${launcher[@]}" -DCMAKE_BUILD_TYPE=Debug -DTESSARY_WERROR=ON -DTESSARY_SANITIZE=ON -DTESSARY_TEST_DISPLAY="${TESSARY_TEST_DISPLAY:-73}" >/dev/null
 cmake --build "$build" -j "$(nproc)"
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"
