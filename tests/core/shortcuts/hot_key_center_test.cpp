@@ -78,23 +78,6 @@ TEST_F(HotKeyCenterTest, unregisterAllReleasesEverythingAndIdsKeepGrowing)
     EXPECT_EQ(fired, 1);
 }
 
-TEST_F(HotKeyCenterTest, aPressedIdWithoutAHandlerDoesNothing)
-{
-    int fired = 0;
-    center.registerHotKey(f12, counting(fired));
-    service.deliverPressed(42);
-    runPendingEvents();
-    EXPECT_EQ(fired, 0);
-}
-
-TEST_F(HotKeyCenterTest, aTakenDefaultFailsOnlyItsOwnAction)
-{
-    service.holdByOtherApp(launcherDefault);
-    EXPECT_FALSE(center.registerHotKey(launcherDefault, [] {}).has_value());
-    EXPECT_TRUE(center.registerHotKey(clipboardDefault, [] {}).has_value());
-    EXPECT_TRUE(center.registerHotKey(leftHalfDefault, [] {}).has_value());
-}
-
 TEST(HotKeyCenterLifetime, destructionReleasesRegistrationsAndDropsPendingHandlers)
 {
     FakeHotKeyService service;

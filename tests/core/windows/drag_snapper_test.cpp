@@ -236,21 +236,6 @@ TEST_F(DragSnapperTest, restoreAfterADragSnapReturnsToTheFrameWhereTheDragBegan)
     EXPECT_EQ(desktop.windowFrame(w), startFrame);
 }
 
-TEST_F(DragSnapperTest, startInstallsTheMonitorOnce)
-{
-    snapper.start();
-    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
-
-    FakeDesktop unavailable;
-    unavailable.setMouseMonitorAvailable(false);
-    DragSnapper late(manager, unavailable, unavailable, unavailable, unavailable);
-    late.start();
-    unavailable.setMouseMonitorAvailable(true);
-    late.start();
-    late.start();
-    EXPECT_EQ(unavailable.mouseMonitorStarts(), 1);
-}
-
 TEST_F(DragSnapperTest, aDestroyedSnapperIgnoresPendingCapturesAndLaterPresses)
 {
     const WindowId w = desktop.addWindow(editor, startFrame);
