@@ -7,7 +7,7 @@ namespace tessary {
 
 namespace {
 
-Q_LOGGING_CATEGORY(lcProcess, "tessary.launcher.process")
+Q_LOGGING_CATEGORY(lcProcess, "tessary.launcher.process", QtInfoMsg)
 
 constexpr int outputTimeoutMs = 2000;
 
