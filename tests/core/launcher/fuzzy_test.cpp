@@ -61,6 +61,13 @@ INSTANTIATE_TEST_SUITE_P(UserPerceivedCharacters, FuzzyScore,
         ScoreCase{u"\u0444\u0430\u0439", u"\u041c\u043e\u0438 \u0424\u0430\u0439\u043b\u044b", 795.5},
         // CR LF is one character.
         ScoreCase{u"a\r\nb", u"A\r\nB", 1000}, ScoreCase{u"abc", u"xy\r\nzabc", 496},
+        // Canonically equivalent characters are equal: Kelvin and ohm signs,
+        // the Greek question mark, a Hangul syllable and its jamo.
+        ScoreCase{u"k", u"\u212A", 1000}, ScoreCase{u"\u03c9", u"\u2126", 1000}, ScoreCase{u";", u"\u037E", 1000},
+        ScoreCase{u"\uD55C", u"\u1112\u1161\u11AB", 1000}, ScoreCase{u"\u6587", u"\u6587\u5B57", 899.5},
+        // Joined emoji sequences and variation selectors are single characters.
+        ScoreCase{u"abc", u"ab\U0001F468\u200D\U0001F469\u200D\U0001F467cd", 189},
+        ScoreCase{u"love", u"\u2764\uFE0F love", 797},
         // The capital dotted I lower-cases to two code points, one character.
         ScoreCase{u"i", u"\u0130stanbul", std::nullopt}));
 
