@@ -1,5 +1,7 @@
 #include "core/launcher/fuzzy.h"
 
+#include <QRandomGenerator>
+
 #include <gtest/gtest.h>
 
 namespace tessary {
@@ -89,6 +91,31 @@ TEST(Fuzzy, penaltiesAreNotClamped)
     const QString longName = QStringLiteral("x").repeated(3000) + QStringLiteral("abc");
     EXPECT_DOUBLE_EQ(*Fuzzy::score(QStringLiteral("abc"), longName), 500.0 - 3000.0);
     EXPECT_DOUBLE_EQ(*Fuzzy::score(QStringLiteral("a c"), QStringLiteral("a ") + longName), 200 - 10 - 0.2 * 3005);
+}
+
+// Precomposed names are scored per UTF-16 unit, decomposed ones per grapheme
+// cluster; canonically equivalent text must score the same either way.
+TEST(Fuzzy, composedAndDecomposedNamesScoreAlike)
+{
+    const QString alphabet = QStringLiteral("abcdeé ÉüÜñ-_.2ß");
+    QRandomGenerator random(7);
+    auto randomText = [&](int maxLength) {
+        QString text;
+        const int length = 1 + static_cast<int>(random.bounded(maxLength));
+        for (int i = 0; i < length; ++i)
+            text += alphabet.at(static_cast<qsizetype>(random.bounded(alphabet.size())));
+        return text;
+    };
+    for (int round = 0; round < 3000; ++round) {
+        const QString candidate = randomText(16);
+        const qsizetype start = static_cast<qsizetype>(random.bounded(candidate.size()));
+        const QString queries[] = {randomText(4), candidate.mid(start, 1 + random.bounded(4))};
+        const QString decomposed = candidate.normalized(QString::NormalizationForm_D);
+        for (const QString &query : queries) {
+            EXPECT_EQ(Fuzzy::score(query, candidate), Fuzzy::score(query, decomposed))
+                << query.toStdString() << " / " << candidate.toStdString();
+        }
+    }
 }
 
 } // namespace
