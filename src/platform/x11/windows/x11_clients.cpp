@@ -18,7 +18,11 @@ xcb_window_t X11Clients::activeWindow() const
 {
     const QList<xcb_window_t> active
         = X11Properties::windows(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_ACTIVE_WINDOW"));
-    return active.isEmpty() ? xcb_window_t(XCB_WINDOW_NONE) : active.first();
+    // Window managers may leave a closed window here, whose id the server then
+    // hands to another client.
+    if (active.isEmpty() || !clientList().contains(active.first()))
+        return XCB_WINDOW_NONE;
+    return active.first();
 }
 
 QList<xcb_window_t> X11Clients::stackingTopFirst() const

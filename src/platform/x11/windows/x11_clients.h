@@ -20,7 +20,7 @@ public:
         QByteArray className;
     };
 
-    // _NET_ACTIVE_WINDOW; XCB_WINDOW_NONE when nothing is active.
+    // _NET_ACTIVE_WINDOW; XCB_WINDOW_NONE when nothing (managed) is active.
     xcb_window_t activeWindow() const;
     // Managed client windows, topmost first.
     QList<xcb_window_t> stackingTopFirst() const;
