@@ -40,11 +40,11 @@ TEST_P(SnapEveryLayout, landsOnTheTargetOnEachMonitor)
             const auto current = accessibility.frame(client.window);
             ASSERT_TRUE(current);
             const Rect desktopFrame = Geometry::flip(*current, primaryHeight);
-            const QRect target = toRoot(
-                Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
+            const QRect target
+                = toRoot(Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
 
-            ASSERT_TRUE(accessibility.setFrame(client.window, Rect{double(target.x()), double(target.y()),
-                                                                  double(target.width()), double(target.height())}));
+            ASSERT_TRUE(accessibility.setFrame(client.window,
+                Rect{double(target.x()), double(target.y()), double(target.width()), double(target.height())}));
 
             const QRect real = desktop.managedFrame(client.window);
             EXPECT_EQ(real.topLeft(), target.topLeft());

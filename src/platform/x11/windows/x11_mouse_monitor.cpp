@@ -55,7 +55,8 @@ bool X11MouseMonitor::selectRawButtons()
     // of the versions asked for, so this only checks that 2.2 is there.
     xcb_generic_error_t *error = nullptr;
     auto *version = xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), &error);
-    const bool recent = version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
+    const bool recent
+        = version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
     std::free(version);
     std::free(error);
     if (!recent) {
@@ -67,7 +68,8 @@ bool X11MouseMonitor::selectRawButtons()
         uint32_t bits;
     } mask{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
         XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE};
-    error = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
+    error
+        = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
     if (error) {
         qCWarning(lcX11Mouse) << "selecting raw button events failed with X error" << error->error_code;
         std::free(error);

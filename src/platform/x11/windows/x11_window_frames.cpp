@@ -208,13 +208,15 @@ void X11WindowFrames::sendClientMessage(xcb_window_t window, xcb_atom_t type, co
     for (int i = 0; i < 5; ++i)
         event.data.data32[i] = data[i];
     xcb_send_event(m_x11.connection(), 0, m_x11.root(),
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, reinterpret_cast<const char *>(&event));
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char *>(&event));
     xcb_flush(m_x11.connection());
 }
 
 bool X11WindowFrames::supports(const char *hint) const
 {
-    return X11Properties::atoms(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_SUPPORTED")).contains(m_x11.atom(hint));
+    return X11Properties::atoms(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_SUPPORTED"))
+        .contains(m_x11.atom(hint));
 }
 
 } // namespace tessary
