@@ -51,8 +51,9 @@ bool X11MouseMonitor::selectRawButtons()
         return false;
     }
     m_opcode = extension->major_opcode;
-    // Qt negotiates XInput on this connection too; the server keeps the higher
-    // of the versions asked for, so this only checks that 2.2 is there.
+    // Qt negotiates XInput on this connection as well; asking again for 2.2
+    // (raw events while the window manager holds the pointer) is answered
+    // normally and tells whether the server has it.
     xcb_generic_error_t *error = nullptr;
     auto *version = xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), &error);
     const bool recent
