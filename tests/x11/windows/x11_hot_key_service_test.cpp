@@ -75,6 +75,20 @@ TEST_F(HotKeys, firesWhateverTheLocksAre)
     }
 }
 
+TEST_F(HotKeys, holdingACombinationDownFiresItOnce)
+{
+    ASSERT_TRUE(service.registerHotKey({123, controlOption}, 1));
+    ASSERT_TRUE(service.registerHotKey({124, controlOption}, 2));
+    // A second press of a key that is down is an auto-repeat.
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("keydown"), QStringLiteral("ctrl+alt+Left"), QStringLiteral("keydown"),
+        QStringLiteral("Left"), QStringLiteral("keydown"), QStringLiteral("Left"), QStringLiteral("keyup"),
+        QStringLiteral("ctrl+alt+Left")}));
+    ASSERT_TRUE(pressAndWait("ctrl+alt+Right", 2));
+    EXPECT_EQ(presses.value(1), 1);
+
+    EXPECT_TRUE(pressAndWait("ctrl+alt+Left", 1));
+}
+
 TEST_F(HotKeys, refusesWhatItAlreadyHoldsAndKeysItCannotType)
 {
     ASSERT_TRUE(service.registerHotKey({123, controlOption}, 1));

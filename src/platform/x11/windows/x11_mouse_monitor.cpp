@@ -1,13 +1,12 @@
 #include "platform/x11/windows/x11_mouse_monitor.h"
 
+#include "platform/x11/windows/x11_windows_logging.h"
+
 #include <QCoreApplication>
-#include <QLoggingCategory>
 
 #include <xcb/xinput.h>
 
 #include <cstdlib>
-
-Q_LOGGING_CATEGORY(lcX11Mouse, "tessary.x11.mouse")
 
 namespace tessary {
 namespace {
@@ -47,7 +46,7 @@ bool X11MouseMonitor::selectRawButtons()
     xcb_connection_t *connection = m_x11.connection();
     const xcb_query_extension_reply_t *extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (!extension || !extension->present) {
-        qCWarning(lcX11Mouse) << "the X server has no XInput extension";
+        qCWarning(lcX11Windows) << "the X server has no XInput extension";
         return false;
     }
     m_opcode = extension->major_opcode;
@@ -61,7 +60,7 @@ bool X11MouseMonitor::selectRawButtons()
     std::free(version);
     std::free(error);
     if (!recent) {
-        qCWarning(lcX11Mouse) << "the X server lacks XInput 2.2";
+        qCWarning(lcX11Windows) << "the X server lacks XInput 2.2";
         return false;
     }
     struct {
@@ -72,7 +71,7 @@ bool X11MouseMonitor::selectRawButtons()
     error
         = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
     if (error) {
-        qCWarning(lcX11Mouse) << "selecting raw button events failed with X error" << error->error_code;
+        qCWarning(lcX11Windows) << "selecting raw button events failed with X error" << error->error_code;
         std::free(error);
         return false;
     }
