@@ -2,11 +2,11 @@
 #include "platform/x11/windows/strut_area.h"
 #include "platform/x11/windows/x11_screens.h"
 
+#include "foreign_window.h"
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <ostream>
 
 namespace tessary {
@@ -121,44 +121,6 @@ INSTANTIATE_TEST_SUITE_P(Icccm, SizeConstraints,
         HintsCase{"aboveMaximum", {{}, {640, 480}, {}, {}}, {953, 1047}, {640, 480}}),
     [](const auto &test) { return std::string(test.param.name); });
 
-// A dock window of another client, reserving `strut` like a panel does.
-class Dock {
-public:
-    Dock(const QRect &geometry, const QList<quint32> &strutPartial)
-        : m_connection(xcb_connect(nullptr, nullptr))
-    {
-        const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
-        m_window = xcb_generate_id(m_connection);
-        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, screen->root, int16_t(geometry.x()),
-            int16_t(geometry.y()), uint16_t(geometry.width()), uint16_t(geometry.height()), 0,
-            XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
-        const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE");
-        const xcb_atom_t dock = atom("_NET_WM_WINDOW_TYPE_DOCK");
-        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, type, XCB_ATOM_ATOM, 32, 1, &dock);
-        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, atom("_NET_WM_STRUT_PARTIAL"),
-            XCB_ATOM_CARDINAL, 32, uint32_t(strutPartial.size()), strutPartial.constData());
-        xcb_map_window(m_connection, m_window);
-        xcb_flush(m_connection);
-    }
-    ~Dock() { xcb_disconnect(m_connection); }
-
-    Dock(const Dock &) = delete;
-    Dock &operator=(const Dock &) = delete;
-
-private:
-    xcb_atom_t atom(const char *name)
-    {
-        auto *reply = xcb_intern_atom_reply(
-            m_connection, xcb_intern_atom(m_connection, 0, uint16_t(strlen(name)), name), nullptr);
-        const xcb_atom_t value = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
-        std::free(reply);
-        return value;
-    }
-
-    xcb_connection_t *m_connection;
-    xcb_window_t m_window = XCB_WINDOW_NONE;
-};
-
 TEST(X11Screens, listsBothMonitorsPrimaryFirstInDesktopCoordinates)
 {
     TestDesktop desktop;
@@ -176,7 +138,10 @@ TEST(X11Screens, aPanelOnOneMonitorShrinksOnlyThatMonitor)
     TestDesktop desktop;
     X11Screens x11Screens(desktop.x11());
     // 30 pixels along RIGHT's bottom edge (root y 870–899).
-    const Dock panel(QRect(1920, 870, 1440, 30), {0, 0, 0, 210, 0, 0, 0, 0, 0, 0, 1920, 3359});
+    ForeignWindow panel(QRect(1920, 870, 1440, 30));
+    panel.setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    panel.setCardinals("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 210, 0, 0, 0, 0, 0, 0, 1920, 3359});
+    panel.map();
     ASSERT_TRUE(TestDesktop::waitFor(
         [&] { return x11Screens.screens().value(1).visible != x11Screens.screens().value(1).frame; }));
 
