@@ -88,15 +88,6 @@ INSTANTIATE_TEST_SUITE_P(TwoMonitors, StrutAreas,
         StrutCase{"outsideTheSpan", {bottomPanel(30, 2000, 2100)}, left, right}),
     [](const auto &test) { return std::string(test.param.name); });
 
-TEST(Strut, readsTwelveValuesOnly)
-{
-    EXPECT_FALSE(Strut::fromPartial({0, 0, 0, 30}));
-    const auto strut = Strut::fromPartial({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-    ASSERT_TRUE(strut);
-    EXPECT_EQ(strut->left, 1u);
-    EXPECT_EQ(strut->bottomEndX, 12u);
-}
-
 struct HintsCase {
     const char *name;
     SizeHints hints;
