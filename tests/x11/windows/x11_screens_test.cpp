@@ -49,6 +49,8 @@ Strut leftDock(quint32 edge, quint32 fromY, quint32 toY)
     return s;
 }
 
+void PrintTo(const StrutCase &c, std::ostream *os) { *os << c.name; }
+
 class StrutAreas : public ::testing::TestWithParam<StrutCase> { };
 
 TEST_P(StrutAreas, shrinkOnlyTheMonitorTheyReserveSpaceOn)
@@ -94,6 +96,8 @@ struct HintsCase {
     QSize requested;
     QSize expected;
 };
+
+void PrintTo(const HintsCase &c, std::ostream *os) { *os << c.name; }
 
 class SizeConstraints : public ::testing::TestWithParam<HintsCase> { };
 
