@@ -15,7 +15,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::microseconds pollInterval{500};
 // A frame that differs from the expected one counts as final once it has
 // stayed the same this long (the window manager constrained it its own way).
-constexpr std::chrono::milliseconds stableFor{20};
+// Window managers move the frame and resize the client in separate requests;
+// under load the gap between them was seen to exceed 20 ms.
+constexpr std::chrono::milliseconds stableFor{100};
 constexpr std::chrono::milliseconds decorationWait{100};
 
 // _NET_MOVERESIZE_WINDOW flags: NorthWest gravity, x/y/width/height present,
