@@ -2,7 +2,6 @@
 
 #include "core/json/strict_json.h"
 
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QTextBoundaryFinder>
 
@@ -74,12 +73,22 @@ QString cutToGraphemes(QStringView line, int count)
     return line.toString();
 }
 
+// "/tmp/dir/" names "dir"; "/" names itself.
+QString lastPathComponent(QStringView path)
+{
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    if (path == u"/")
+        return path.toString();
+    return path.sliced(path.lastIndexOf(u'/') + 1).toString();
+}
+
 QString filesTitle(const QStringList &paths)
 {
     QStringList names;
     names.reserve(paths.size());
     for (const QString &path : paths)
-        names.append(QFileInfo(path).fileName());
+        names.append(lastPathComponent(path));
     if (names.size() <= 2)
         return names.join(QStringLiteral(", "));
     return names[0] + QStringLiteral(", ") + names[1] + QStringLiteral(" and ") + QString::number(names.size() - 2)

@@ -14,7 +14,7 @@ namespace tessary {
 // A picture read from the pasteboard, re-encoded as PNG so that the same
 // picture always yields the same bytes, whatever format its owner offered.
 struct PasteboardImage {
-    QByteArray png;
+    QByteArray png = {};
     qint64 pixelWidth = 0;
     qint64 pixelHeight = 0;
 };

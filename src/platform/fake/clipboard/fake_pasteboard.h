@@ -11,10 +11,10 @@ namespace tessary {
 class FakePasteboard final : public Pasteboard {
 public:
     struct Content {
-        QStringList types;
-        QList<QUrl> fileUrls;
-        std::optional<QString> string;
-        std::optional<PasteboardImage> image;
+        QStringList types = {};
+        QList<QUrl> fileUrls = {};
+        std::optional<QString> string = {};
+        std::optional<PasteboardImage> image = {};
     };
 
     // Another application copies `content`.
