@@ -317,6 +317,8 @@ void ClipboardStore::copy(const ClipItem &item, bool plainTextOnly)
         break;
     case ClipItem::Kind::image:
         if (item.imageFile) {
+            // A picture recorded a moment ago may still be on its way to the disk.
+            m_files.waitForIdle();
             QFile file(imagesDirectory() + u'/' + *item.imageFile);
             if (file.open(QIODevice::ReadOnly))
                 m_pasteboard.writeImage(file.readAll());
