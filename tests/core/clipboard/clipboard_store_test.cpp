@@ -229,18 +229,6 @@ TEST_F(ClipboardStoreTest, blockedCopiesAreConsumedAndNeverRecordedLater)
     EXPECT_EQ(m_pasteboard.contentReads(), 2) << "blocked copies are never read";
 }
 
-TEST_F(ClipboardStoreTest, pausingIsAnnouncedOnlyWhenItChanges)
-{
-    open();
-    QSignalSpy spy(&store(), &ClipboardStore::pausedChanged);
-    store().setPaused(true);
-    store().setPaused(true);
-    store().setPaused(false);
-    ASSERT_EQ(spy.size(), 2);
-    EXPECT_EQ(spy.at(0).at(0).toBool(), true);
-    EXPECT_EQ(spy.at(1).at(0).toBool(), false);
-}
-
 TEST_F(ClipboardStoreTest, filesComeBeforeTextAndTextBeforeImage)
 {
     open();
@@ -582,14 +570,6 @@ TEST_F(ClipboardStoreTest, aReportedChangeIsPolledAtOnceButNotOurOwnWrite)
     m_store.reset();
     m_pasteboard.copyText(QStringLiteral("after the store is gone"));
     QCoreApplication::processEvents();
-}
-
-TEST_F(ClipboardStoreTest, aStoreThatDoesNotMonitorIsNotToldOfChanges)
-{
-    open();
-    m_pasteboard.copyText(QStringLiteral("unseen"));
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(store().items().isEmpty());
 }
 
 TEST_F(ClipboardStoreTest, everyFileAndFolderIsPrivateWhateverTheUmask)
