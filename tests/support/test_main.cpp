@@ -19,11 +19,13 @@ using TestApplication = QCoreApplication;
 
 int main(int argc, char **argv)
 {
+    // Checked before GoogleTest takes its own flags out of argv.
+    bool listOnly = false;
+    for (int i = 1; i < argc; ++i)
+        listOnly = listOnly || std::strcmp(argv[i], "--gtest_list_tests") == 0;
     ::testing::InitGoogleMock(&argc, argv);
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--gtest_list_tests") == 0)
-            return RUN_ALL_TESTS();
-    }
+    if (listOnly)
+        return RUN_ALL_TESTS();
     // Keep tests away from the real user's files.
     QStandardPaths::setTestModeEnabled(true);
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
