@@ -298,7 +298,8 @@ TEST_F(LauncherEngineTest, usageLiftsAnApplicationUpToTwentyUses)
         (QStringList{QStringLiteral("Notes"), QStringLiteral("Notes Two"), QStringLiteral("Notes One")}));
     for (int i = 0; i < 40; ++i)
         m_usage.record(two);
-    const LauncherResult *row = find(m_engine->quickResults(QStringLiteral("notes")), two);
+    const QList<LauncherResult> rows = m_engine->quickResults(QStringLiteral("notes"));
+    const LauncherResult *row = find(rows, two);
     ASSERT_NE(row, nullptr);
     EXPECT_EQ(row->score, 900 - 0.5 * 4 + 160) << "the bonus stops at 20 uses";
 
