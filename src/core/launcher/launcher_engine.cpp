@@ -308,6 +308,18 @@ LauncherResult LauncherEngine::fileRow(const QUrl &url) const
         [reveal = actions.reveal, url] { reveal(url); }, revealHint};
 }
 
+QList<LauncherResult> LauncherEngine::mergeFileRows(QList<LauncherResult> rows, const QList<LauncherResult> &fileRows)
+{
+    rows.removeIf([](const LauncherResult &row) { return row.kind == LauncherResult::Kind::file; });
+    const auto fallback = std::find_if(
+        rows.begin(), rows.end(), [](const LauncherResult &row) { return row.id == QLatin1String("web-fallback"); });
+    const qsizetype at = fallback - rows.begin();
+    const qsizetype count = std::min<qsizetype>(fileRows.size(), maxMergedFileRows);
+    for (qsizetype i = 0; i < count; ++i)
+        rows.insert(at + i, fileRows.at(i));
+    return rows;
+}
+
 int LauncherEngine::usageBonus(const QString &id) const
 {
     return int(usageBonusPerUse) * std::min(m_sources.usage.count(id), usageBonusMaxUses);

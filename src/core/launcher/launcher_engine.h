@@ -48,6 +48,7 @@ public:
     static constexpr int maxRows = 8;
     static constexpr int maxFrequentApps = 6;
     static constexpr int maxFileRows = 8;
+    static constexpr int maxMergedFileRows = 5;
 
     explicit LauncherEngine(Sources sources, QObject *parent = nullptr);
 
@@ -65,6 +66,10 @@ public:
     // and empty when files are off, the query is under two characters or is a
     // calculation). A newer call cancels the previous one's delivery.
     void fileResults(const QString &query, std::function<void(const QList<LauncherResult> &rows)> completion);
+
+    // `rows` with its file rows replaced by the first five of `fileRows`, placed
+    // just before the web fallback (or last); nothing is re-sorted.
+    static QList<LauncherResult> mergeFileRows(QList<LauncherResult> rows, const QList<LauncherResult> &fileRows);
 
 private:
     void addCalculation(QList<LauncherResult> &rows, const QString &trimmed) const;
