@@ -4,6 +4,7 @@
 #include "core/launcher/app_index.h"
 #include "core/launcher/file_searcher.h"
 #include "core/launcher/usage_tracker.h"
+#include "core/platform/desktop_opener.h"
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
 #include "platform/fake/clipboard/fake_pasteboard.h"
@@ -490,6 +491,78 @@ TEST_F(LauncherEngineTest, noFileSearchForShortTextCalculationsOrWhenSwitchedOff
         EXPECT_TRUE(m_backend.searches().last().stopped) << c.query << ": the running search is cancelled";
         m_backend.deliver(int(m_backend.searches().size()) - 1, {home + QStringLiteral("/older.txt")});
     }
+}
+
+TEST(LauncherEngine, fileRowsMergeBeforeTheFallbackAtMostFive)
+{
+    const auto row = [](const QString &id, Kind kind) {
+        LauncherResult result;
+        result.id = id;
+        result.kind = kind;
+        return result;
+    };
+    QList<LauncherResult> files;
+    for (int i = 0; i < 7; ++i)
+        files.append(row(QStringLiteral("file-%1").arg(i), Kind::file));
+    const QList<LauncherResult> quick{row(QStringLiteral("calc"), Kind::calc), row(QStringLiteral("app-a"), Kind::app),
+        row(QStringLiteral("web-fallback"), Kind::web)};
+
+    struct Case {
+        const char *label;
+        QList<LauncherResult> rows;
+        QList<LauncherResult> files;
+        QStringList expected;
+    } const cases[] = {
+        {"before the fallback", quick, files,
+            {QStringLiteral("calc"), QStringLiteral("app-a"), QStringLiteral("file-0"), QStringLiteral("file-1"),
+                QStringLiteral("file-2"), QStringLiteral("file-3"), QStringLiteral("file-4"),
+                QStringLiteral("web-fallback")}},
+        {"replacing earlier file rows", LauncherEngine::mergeFileRows(quick, files), files.mid(5),
+            {QStringLiteral("calc"), QStringLiteral("app-a"), QStringLiteral("file-5"), QStringLiteral("file-6"),
+                QStringLiteral("web-fallback")}},
+        {"none found", LauncherEngine::mergeFileRows(quick, files), {},
+            {QStringLiteral("calc"), QStringLiteral("app-a"), QStringLiteral("web-fallback")}},
+        {"no fallback: last", quick.mid(0, 2), files.mid(0, 1),
+            {QStringLiteral("calc"), QStringLiteral("app-a"), QStringLiteral("file-0")}},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(ids(LauncherEngine::mergeFileRows(c.rows, c.files)), c.expected) << c.label;
+}
+
+class RecordingOpener final : public DesktopOpener {
+public:
+    bool openUrl(const QUrl &url) override { return log(QStringLiteral("url ") + url.toString()); }
+    bool openFile(const QString &path) override { return log(QStringLiteral("file ") + path); }
+    bool openApplication(const QString &path) override { return log(QStringLiteral("app ") + path); }
+    bool revealInFileManager(const QString &path) override { return log(QStringLiteral("reveal ") + path); }
+
+    bool log(const QString &line)
+    {
+        calls.append(line);
+        return true;
+    }
+    QStringList calls;
+};
+
+TEST(LauncherActions, openLaunchesIndexedApplicationsAndOpensEverythingElse)
+{
+    QTemporaryDir dir;
+    const QString app = FakeApplicationCatalog::addApp(dir.path(), QStringLiteral("Editor"));
+    AppIndex index(std::make_shared<FakeApplicationCatalog>(), {dir.path()});
+    index.refresh(true);
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+
+    RecordingOpener opener;
+    LauncherActions actions;
+    actions.openThrough(opener, index);
+    actions.open(QUrl::fromLocalFile(app));
+    actions.open(QUrl::fromLocalFile(dir.filePath(QStringLiteral("notes.txt"))));
+    actions.open(QUrl(QStringLiteral("https://example.com/?q=a")));
+    actions.reveal(QUrl::fromLocalFile(app));
+    EXPECT_EQ(opener.calls,
+        (QStringList{QStringLiteral("app ") + app, QStringLiteral("file ") + dir.filePath(QStringLiteral("notes.txt")),
+            QStringLiteral("url https://example.com/?q=a"), QStringLiteral("reveal ") + app}));
 }
 
 } // namespace
