@@ -26,18 +26,25 @@ bool isBlank(const QString &text)
     return true;
 }
 
-QString searchText(const ClipItem &item)
+// Every term occurs in the entry's search text, ignoring case. Text entries
+// are matched in place: lower-casing a long history on every keystroke costs
+// more than the whole search may take.
+bool matchesAll(const ClipItem &item, const QStringList &terms)
 {
+    const auto containsAll = [&](QStringView text) {
+        return std::all_of(terms.cbegin(), terms.cend(),
+            [&](const QString &term) { return text.contains(term, Qt::CaseInsensitive); });
+    };
     switch (item.kind) {
     case ClipItem::Kind::text:
-        return item.text.value_or(QString());
+        return containsAll(item.text ? QStringView(*item.text) : QStringView());
     case ClipItem::Kind::image:
-        return QStringLiteral("image screenshot picture ") + item.sourceApp.value_or(QString());
+        return containsAll(QString(QStringLiteral("image screenshot picture ") + item.sourceApp.value_or(QString())));
     case ClipItem::Kind::files:
-        return item.files.value_or(QStringList()).join(u' ');
+        return containsAll(item.files.value_or(QStringList()).join(u' '));
     }
     Q_UNREACHABLE();
-    return {};
+    return false;
 }
 
 } // namespace
@@ -217,8 +224,8 @@ void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceAp
         m_items.prepend(std::move(item));
     }
     enforceLimits();
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::enforceLimits()
@@ -265,8 +272,8 @@ void ClipboardStore::togglePin(const ClipItem &item)
         return;
     Q_EMIT itemsAboutToChange();
     m_items[index].pinned = !m_items[index].pinned;
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::remove(const ClipItem &item)
@@ -274,16 +281,16 @@ void ClipboardStore::remove(const ClipItem &item)
     Q_EMIT itemsAboutToChange();
     m_items.removeIf([&](const ClipItem &stored) { return stored.id == item.id; });
     deleteImageIfUnused(item);
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::clear(bool keepPinned)
 {
     Q_EMIT itemsAboutToChange();
     removeWhere([&](const ClipItem &item) { return !keepPinned || !item.pinned; });
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 QList<ClipItem> ClipboardStore::search(const QString &query) const
@@ -292,10 +299,7 @@ QList<ClipItem> ClipboardStore::search(const QString &query) const
     QList<ClipItem> pinned;
     QList<ClipItem> unpinned;
     for (const ClipItem &item : m_items) {
-        const QString text = searchText(item).toLower();
-        const bool matches
-            = std::all_of(terms.cbegin(), terms.cend(), [&](const QString &term) { return text.contains(term); });
-        if (matches)
+        if (matchesAll(item, terms))
             (item.pinned ? pinned : unpinned).append(item);
     }
     return pinned + unpinned;

@@ -94,6 +94,8 @@ public:
     static QString hash(const QString &kindWord, const QString &text);
 
 Q_SIGNALS:
+    // Around every change of `items`; observers hear of it before the file
+    // is rewritten, which waits for the disk.
     void itemsAboutToChange();
     void itemsChanged();
     void pausedChanged(bool paused);
