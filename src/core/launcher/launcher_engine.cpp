@@ -167,14 +167,30 @@ void LauncherEngine::addWebKeywords(QList<LauncherResult> &rows, const QString &
 
 void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed)
 {
-    for (const AppEntry &app : m_sources.index.apps()) {
+    // Only the best few applications can survive the cut, so rows are built for
+    // those alone; ties keep index order, as the final stable sort expects.
+    struct Match {
+        double score;
+        qsizetype position;
+    };
+    const QList<AppEntry> &apps = m_sources.index.apps();
+    std::vector<Match> matches;
+    for (qsizetype i = 0; i < apps.size(); ++i) {
+        const AppEntry &app = apps.at(i);
         const double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
-        if (best < 0)
-            continue;
-        const QString id = QStringLiteral("app-") + app.path();
-        LauncherResult row = appRow(id, app.name, app.url);
+        if (best >= 0)
+            matches.push_back({best + usageBonus(QStringLiteral("app-") + app.path()), i});
+    }
+    const auto kept = matches.begin() + std::min<std::ptrdiff_t>(maxRows, std::ssize(matches));
+    std::partial_sort(matches.begin(), kept, matches.end(), [](const Match &a, const Match &b) {
+        return a.score != b.score ? a.score > b.score : a.position < b.position;
+    });
+    std::sort(matches.begin(), kept, [](const Match &a, const Match &b) { return a.position < b.position; });
+    for (auto match = matches.begin(); match != kept; ++match) {
+        const AppEntry &app = apps.at(match->position);
+        LauncherResult row = appRow(QStringLiteral("app-") + app.path(), app.name, app.url);
         row.subtitle = QFileInfo(app.path()).path();
-        row.score = best + usageBonus(id);
+        row.score = match->score;
         rows.append(std::move(row));
     }
 }
