@@ -8,6 +8,7 @@
 #include "core/clipboard/clipboard_store.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -66,11 +67,16 @@ public:
         , m_recorded(copies)
         , m_finishedAt(size_t(copies))
         , m_recordedAt(size_t(copies))
+        , m_recordedChange(size_t(copies))
         , m_store(m_dir.path(), m_pasteboard)
     {
         m_store.maxItems = copies + 10;
         m_store.retentionDays = 0;
         QObject::connect(&m_store, &ClipboardStore::itemsChanged, &m_store, [this] { onItemsChanged(); });
+        // Connected after the pasteboard: runs once the change is counted.
+        QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &m_store, [this] {
+            m_reportedAt.push_back({m_pasteboard.changeCount(), Clock::now()});
+        });
         m_store.startMonitoring();
     }
 
@@ -92,6 +98,7 @@ private:
         const int index = text->mid(marker.size()).section(u' ', 0, 0).toInt();
         if (index >= 0 && index < m_copies && !m_recorded[size_t(index)].load()) {
             m_recordedAt[size_t(index)] = now;
+            m_recordedChange[size_t(index)] = m_store.lastChange();
             m_recorded[size_t(index)] = true;
         }
     }
@@ -132,14 +139,26 @@ private:
         int captured = 0;
         int beforeExit = 0;
         std::vector<double> latencies;
+        // Change reported -> entry: what the store itself takes (two requests to the owner included).
+        std::vector<double> reading;
         for (size_t i = 0; i < size_t(m_copies); ++i) {
             copied += m_finished[i] ? 1 : 0;
-            if (!m_recorded[i])
+            if (!m_recorded[i]) {
+                if (i + 1 < size_t(m_copies))
+                    std::printf("missed copy %zu: the next copy finished %.1f ms after it\n", i,
+                        std::chrono::duration<double, std::milli>(m_finishedAt[i + 1] - m_finishedAt[i]).count());
                 continue;
+            }
             ++captured;
             const double ms = std::chrono::duration<double, std::milli>(m_recordedAt[i] - m_finishedAt[i]).count();
             beforeExit += ms < 0 ? 1 : 0;
             latencies.push_back(std::max(ms, 0.0));
+            const auto reported = std::find_if(m_reportedAt.cbegin(), m_reportedAt.cend(),
+                [&](const auto &change) { return change.first == m_recordedChange[i]; });
+            if (reported != m_reportedAt.cend()) {
+                reading.push_back(
+                    std::chrono::duration<double, std::milli>(m_recordedAt[i] - reported->second).count());
+            }
         }
         std::printf("copies made by xclip: %d of %d%s\n", copied, m_copies,
             m_perSecond > 0 ? qPrintable(QStringLiteral(" (%1 per second)").arg(m_perSecond)) : " (one at a time)");
@@ -147,6 +166,8 @@ private:
         std::printf("xclip finished -> entry: p50 %.2f ms, p90 %.2f ms, max %.2f ms (%d recorded before xclip's exit "
                     "was seen, counted as 0)\n",
             percentile(latencies, 0.5), percentile(latencies, 0.9), percentile(latencies, 1.0), beforeExit);
+        std::printf(
+            "change reported -> entry: p50 %.2f ms, p90 %.2f ms\n", percentile(reading, 0.5), percentile(reading, 0.9));
         return captured == copied && copied == m_copies ? 0 : 1;
     }
 
@@ -156,6 +177,9 @@ private:
     std::vector<std::atomic<bool>> m_recorded;
     std::vector<Clock::time_point> m_finishedAt;
     std::vector<Clock::time_point> m_recordedAt;
+    std::vector<qint64> m_recordedChange;
+    // When each change count was reported by the X server, in order.
+    std::vector<std::pair<qint64, Clock::time_point>> m_reportedAt;
     QTemporaryDir m_dir;
     X11Pasteboard m_pasteboard;
     ClipboardStore m_store;

@@ -186,9 +186,10 @@ std::optional<ClipboardStore::Candidate> ClipboardStore::imageCandidate()
     const QString digest = hash(QStringLiteral("image"), image->png);
     const QString name = digest.first(imageNameLength) + QStringLiteral(".png");
     const QString path = imagesDirectory() + u'/' + name;
-    // The name is the content: a file already there holds these bytes.
-    if (!QFile::exists(path) && !DataDirectory::writePrivateFile(path, image->png))
-        qCWarning(lcClipboard) << "cannot write" << path;
+    // The name is the content: a file that an entry uses holds these bytes.
+    // An unused one may have its removal queued, so it is written again.
+    if (!isImageInUse(name) || !QFile::exists(path))
+        m_files.write(path, image->png);
     return Candidate{.kind = ClipItem::Kind::image,
         .hash = digest,
         .imageFile = name,
@@ -257,12 +258,14 @@ void ClipboardStore::removeWhere(const std::function<bool(const ClipItem &)> &pr
 
 void ClipboardStore::deleteImageIfUnused(const ClipItem &item)
 {
-    if (!item.imageFile)
-        return;
-    const bool used = std::any_of(
-        m_items.cbegin(), m_items.cend(), [&](const ClipItem &other) { return other.imageFile == item.imageFile; });
-    if (!used)
-        QFile::remove(imagesDirectory() + u'/' + *item.imageFile);
+    if (item.imageFile && !isImageInUse(*item.imageFile))
+        m_files.remove(imagesDirectory() + u'/' + *item.imageFile);
+}
+
+bool ClipboardStore::isImageInUse(const QString &imageFile) const
+{
+    return std::any_of(
+        m_items.cbegin(), m_items.cend(), [&](const ClipItem &item) { return item.imageFile == imageFile; });
 }
 
 void ClipboardStore::togglePin(const ClipItem &item)
@@ -314,6 +317,8 @@ void ClipboardStore::copy(const ClipItem &item, bool plainTextOnly)
         break;
     case ClipItem::Kind::image:
         if (item.imageFile) {
+            // A picture recorded a moment ago may still be on its way to the disk.
+            m_files.waitForIdle();
             QFile file(imagesDirectory() + u'/' + *item.imageFile);
             if (file.open(QIODevice::ReadOnly))
                 m_pasteboard.writeImage(file.readAll());
@@ -363,10 +368,8 @@ void ClipboardStore::load()
     m_items = std::move(*decoded);
 }
 
-void ClipboardStore::save() const
-{
-    if (!DataDirectory::writePrivateFile(historyFilePath(), ClipItem::listToJson(m_items)))
-        qCWarning(lcClipboard) << "cannot write" << historyFilePath();
-}
+void ClipboardStore::save() { m_files.write(historyFilePath(), ClipItem::listToJson(m_items)); }
+
+void ClipboardStore::waitForSaved() { m_files.waitForIdle(); }
 
 } // namespace tessary

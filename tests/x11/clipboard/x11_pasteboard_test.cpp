@@ -120,6 +120,7 @@ TEST_F(X11ClipboardTest, aCopiedPictureIsStoredAsPngUnderItsHashWhateverFormatIt
     EXPECT_EQ(item.pixelHeight, 200);
     ASSERT_TRUE(item.imageFile.has_value());
     EXPECT_EQ(*item.imageFile, item.hash.left(24) + QStringLiteral(".png"));
+    m_store.waitForSaved();
     QFile file(m_dir.path() + QStringLiteral("/images/") + *item.imageFile);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray png = file.readAll();
