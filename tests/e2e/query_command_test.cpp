@@ -107,14 +107,6 @@ TEST_F(QueryCommand, filesJoinBeforeTheFallbackWithoutTheNoise)
     EXPECT_EQ(result.last().toObject().value(QLatin1String("id")).toString(), QStringLiteral("web-fallback"));
 }
 
-TEST_F(QueryCommand, runsNoRowAndWritesNoSettings)
-{
-    query({QStringLiteral("restart")});
-    query({QStringLiteral("g"), QStringLiteral("cats")});
-    EXPECT_FALSE(QFile::exists(m_home.filePath(QStringLiteral(".config/Tessary/Tessary.conf"))));
-    EXPECT_FALSE(QFile::exists(m_home.filePath(QStringLiteral(".local/share/Tessary/snippets.json"))));
-}
-
 TEST_F(QueryCommand, withoutTextItExplainsItsUsage)
 {
     for (const QStringList &arguments : {QStringList{}, QStringList{QStringLiteral("--json")},

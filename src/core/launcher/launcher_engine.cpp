@@ -1,6 +1,7 @@
 #include "core/launcher/launcher_engine.h"
 
 #include "core/clipboard/clipboard_store.h"
+#include "core/json/strict_json.h"
 #include "core/launcher/app_index.h"
 #include "core/launcher/calculator.h"
 #include "core/launcher/file_searcher.h"
@@ -142,7 +143,7 @@ void LauncherEngine::addClipboard(QList<LauncherResult> &rows, const QString &tr
         for (int i = 0; i < std::min<qsizetype>(items.size(), maxRows); ++i) {
             const ClipItem &item = items.at(i);
             const QString title = item.title();
-            rows.append(LauncherResult{QStringLiteral("clip-") + item.id.toString(QUuid::WithoutBraces).toUpper(),
+            rows.append(LauncherResult{QStringLiteral("clip-") + StrictJson::uuidText(item.id),
                 LauncherResult::Kind::clipboard, title.isEmpty() ? QStringLiteral("(empty)") : title,
                 QStringLiteral("Clipboard · ") + item.sourceApp.value_or(QStringLiteral("unknown app")), std::nullopt,
                 clipSymbol(item.kind), clipboardScore - i, QStringLiteral("↩ Paste"),
@@ -240,7 +241,7 @@ void LauncherEngine::addSnippets(QList<LauncherResult> &rows, const QString &tri
             const QString clipboard = engine->m_sources.pasteboard.string().value_or(QString());
             engine->actions.paste(snippet.expanded(clipboard, QDateTime::currentDateTime(), QLocale()));
         };
-        rows.append(LauncherResult{QStringLiteral("snip-") + snippet.id.toString(QUuid::WithoutBraces).toUpper(),
+        rows.append(LauncherResult{QStringLiteral("snip-") + StrictJson::uuidText(snippet.id),
             LauncherResult::Kind::snippet, snippet.name,
             QStringLiteral("Snippet · ") + firstCharacters(preview, snippetPreviewLength), std::nullopt,
             QStringLiteral("text.append"), score, QStringLiteral("↩ Paste"), std::move(paste), {}, std::nullopt});
