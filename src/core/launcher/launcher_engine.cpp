@@ -97,6 +97,18 @@ LauncherEngine::LauncherEngine(Sources sources, QObject *parent)
 {
 }
 
+const QStringList &LauncherEngine::appIds()
+{
+    const QList<AppEntry> &apps = m_sources.index.apps();
+    if (!m_appIdsSource.isSharedWith(apps) || m_appIds.size() != apps.size()) {
+        m_appIds.clear();
+        for (const AppEntry &app : apps)
+            m_appIds.append(QStringLiteral("app-") + app.path());
+        m_appIdsSource = apps;
+    }
+    return m_appIds;
+}
+
 QList<LauncherResult> LauncherEngine::quickResults(const QString &query)
 {
     const QString trimmed = UnicodeText::trimmedHorizontal(query).toString();
@@ -175,12 +187,13 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
         qsizetype position;
     };
     const QList<AppEntry> &apps = m_sources.index.apps();
+    const QStringList &ids = appIds();
     std::vector<Match> matches;
     for (qsizetype i = 0; i < apps.size(); ++i) {
         const AppEntry &app = apps.at(i);
         const double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
         if (best >= 0)
-            matches.push_back({best + usageBonus(QStringLiteral("app-") + app.path()), i});
+            matches.push_back({best + usageBonus(ids.at(i)), i});
     }
     const auto kept = matches.begin() + std::min<std::ptrdiff_t>(maxRows, std::ssize(matches));
     std::partial_sort(matches.begin(), kept, matches.end(), [](const Match &a, const Match &b) {
@@ -189,7 +202,7 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
     std::sort(matches.begin(), kept, [](const Match &a, const Match &b) { return a.position < b.position; });
     for (auto match = matches.begin(); match != kept; ++match) {
         const AppEntry &app = apps.at(match->position);
-        LauncherResult row = appRow(QStringLiteral("app-") + app.path(), app.name, app.url);
+        LauncherResult row = appRow(ids.at(match->position), app.name, app.url);
         row.subtitle = QFileInfo(app.path()).path();
         row.score = match->score;
         rows.append(std::move(row));
@@ -259,9 +272,10 @@ void LauncherEngine::appendFallback(QList<LauncherResult> &rows, const QString &
 
 QList<LauncherResult> LauncherEngine::frequentApps()
 {
+    const QStringList &ids = appIds();
     QHash<QString, const AppEntry *> apps;
-    for (const AppEntry &app : m_sources.index.apps())
-        apps.insert(QStringLiteral("app-") + app.path(), &app);
+    for (qsizetype i = 0; i < ids.size(); ++i)
+        apps.insert(ids.at(i), &m_sources.index.apps().at(i));
 
     QList<LauncherResult> rows;
     for (const QString &id : m_sources.usage.topIDs()) {

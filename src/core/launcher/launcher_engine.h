@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/launcher/app_entry.h"
 #include "core/launcher/launcher_actions.h"
 #include "core/launcher/launcher_result.h"
 #include "core/launcher/system_command.h"
@@ -72,6 +73,8 @@ public:
     static QList<LauncherResult> mergeFileRows(QList<LauncherResult> rows, const QList<LauncherResult> &fileRows);
 
 private:
+    // "app-" + path of each indexed application, in index order.
+    const QStringList &appIds();
     void addCalculation(QList<LauncherResult> &rows, const QString &trimmed) const;
     void addClipboard(QList<LauncherResult> &rows, const QString &trimmed, const QString &lower) const;
     void addWebKeywords(QList<LauncherResult> &rows, const QString &trimmed, const QString &lower) const;
@@ -84,6 +87,9 @@ private:
     int usageBonus(const QString &id) const;
 
     Sources m_sources;
+    QStringList m_appIds;
+    // The index's list that m_appIds was made from, shared so that its identity stays unique.
+    QList<AppEntry> m_appIdsSource;
 };
 
 } // namespace tessary

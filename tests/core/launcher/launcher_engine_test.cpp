@@ -14,6 +14,7 @@
 #include "platform/fake/memory_key_value_store.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QThreadPool>
 
@@ -278,6 +279,19 @@ TEST_F(LauncherEngineTest, applicationsRankByFuzzyTierAndOpenThroughTheActions)
     EXPECT_EQ(m_usage.count(safari.id), 1);
     const QString url = QString::fromUtf8(QUrl::fromLocalFile(paths.at(0)).toEncoded());
     EXPECT_EQ(m_log, (QStringList{QStringLiteral("reveal ") + url, QStringLiteral("open ") + url}));
+}
+
+TEST_F(LauncherEngineTest, rowsFollowARescanThatReplacedEveryApplication)
+{
+    const QStringList before = install({QStringLiteral("Alpha Tool|alpha")});
+    EXPECT_EQ(m_engine->quickResults(QStringLiteral("tool")).first().id, QStringLiteral("app-") + before.first());
+    QDir(before.first()).removeRecursively();
+    const QStringList after = install({QStringLiteral("Beta Tool|beta")});
+    const LauncherResult row = m_engine->quickResults(QStringLiteral("tool")).first();
+    EXPECT_EQ(row.title, QStringLiteral("Beta Tool"));
+    EXPECT_EQ(row.id, QStringLiteral("app-") + after.first());
+    m_usage.record(row.id);
+    EXPECT_EQ(m_engine->frequentApps().first().id, row.id);
 }
 
 TEST_F(LauncherEngineTest, usageLiftsAnApplicationUpToTwentyUses)
