@@ -12,6 +12,8 @@ namespace tessary {
 namespace {
 
 const QString uriListType = QStringLiteral("text/uri-list");
+// Qt lists every text target the owner offers (UTF8_STRING, STRING, …) under this name.
+const QString textType = QStringLiteral("text/plain");
 
 // The image type to ask the owner for: PNG when offered, else the first one Qt decodes.
 std::optional<QString> readableImageType(const QStringList &types)
@@ -48,14 +50,20 @@ const QMimeData *X11Pasteboard::content() const { return m_clipboard->mimeData(Q
 
 QStringList X11Pasteboard::types() const
 {
-    const QMimeData *data = content();
-    return data ? data->formats() : QStringList();
+    if (m_typesChange != m_changeCount) {
+        const QMimeData *data = content();
+        m_types = data ? data->formats() : QStringList();
+        m_typesChange = m_changeCount;
+    }
+    return m_types;
 }
 
 QList<QUrl> X11Pasteboard::fileUrls() const
 {
+    if (!types().contains(uriListType))
+        return {};
     const QMimeData *data = content();
-    if (!data || !data->hasFormat(uriListType))
+    if (!data)
         return {};
     QList<QUrl> files;
     for (const QUrl &url : data->urls()) {
@@ -67,8 +75,10 @@ QList<QUrl> X11Pasteboard::fileUrls() const
 
 std::optional<QString> X11Pasteboard::string() const
 {
+    if (!types().contains(textType))
+        return std::nullopt;
     const QMimeData *data = content();
-    if (!data || !data->hasText())
+    if (!data)
         return std::nullopt;
     return data->text();
 }
@@ -78,7 +88,7 @@ std::optional<PasteboardImage> X11Pasteboard::image() const
     const QMimeData *data = content();
     if (!data)
         return std::nullopt;
-    if (const auto type = readableImageType(data->formats()))
+    if (const auto type = readableImageType(types()))
         return CanonicalPng::encode(QImage::fromData(data->data(*type)));
     // Our own write, still in process: Qt keeps it as an image object.
     if (data->hasImage())

@@ -12,8 +12,8 @@ namespace tessary {
 // The CLIPBOARD selection through Qt's clipboard, which watches its owner
 // with XFixes: the change count advances on every change of owner and on
 // each of this process's own writes, and the changed handler runs right then.
-// Readers fetch from the owner on each call. Main thread only; needs a
-// QGuiApplication.
+// The type list is fetched once per change; the other readers fetch from the
+// owner on each call. Main thread only; needs a QGuiApplication.
 class X11Pasteboard final : public QObject, public Pasteboard {
     Q_OBJECT
 
@@ -37,6 +37,9 @@ private:
 
     QClipboard *m_clipboard;
     qint64 m_changeCount = 0;
+    // The types of change m_typesChange; each question to Qt's clipboard costs round trips to the X server.
+    mutable QStringList m_types;
+    mutable qint64 m_typesChange = -1;
     std::function<void()> m_changed;
 };
 
