@@ -89,6 +89,8 @@ TEST_F(WindowManagerOnX11, aRepeatedLeftHalfCyclesThroughTwoThirdsAndOneThird)
     }
 }
 
+// With the test session's fonts xterm's rows leave it 8 pixels short of the
+// half's height, more than cycling tolerates.
 TEST_F(WindowManagerOnX11, aRepeatedLeftHalfCyclesATerminalThatRoundsToWholeCells)
 {
     const TestDesktop::Client xterm = launch("xterm", "80x24+300+200");
