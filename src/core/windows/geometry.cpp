@@ -7,7 +7,6 @@ namespace tessary::Geometry {
 
 namespace {
 
-constexpr double cycleTolerance = 6;
 constexpr double edgeLow = 0.0001;
 constexpr double edgeHigh = 0.9999;
 

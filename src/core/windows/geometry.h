@@ -16,6 +16,10 @@ double roundPoint(double value);
 // around it; `current` is only read by `center`.
 Rect target(Layout layout, const Rect &visible, double gap, const std::optional<Rect> &current);
 
+// How far, in points per coordinate, a window may sit from a step of a cycle
+// and still count as being at it.
+inline constexpr double cycleTolerance = 6;
+
 // The layout to apply when `pressed` is asked for again: a half whose window
 // already sits at a step of its cycle moves on to the next step.
 Layout resolve(Layout pressed, const std::optional<Rect> &current, const Rect &visible, double gap);

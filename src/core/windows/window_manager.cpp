@@ -75,15 +75,29 @@ WindowManager::ApplyResult WindowManager::apply(Layout layout, WindowId window, 
     const double height = primaryHeight(screens);
     const Rect desktopFrame = Geometry::flip(*frame, height);
     const Rect visible = screens.at(qsizetype(displayIndex(desktopFrame, screens))).visible;
-    remember(AX::key(m_accessibility, window, pid), *frame);
+    const QString key = AX::key(m_accessibility, window, pid);
+    remember(key, *frame);
 
-    const Layout effective = Geometry::resolve(layout, desktopFrame, visible, m_gap);
-    const Rect target = Geometry::target(effective, visible, m_gap, desktopFrame);
-    if (!m_accessibility.setFrame(window, Geometry::flip(target, height))) {
+    const Rect cycling = Geometry::flip(cyclingFrame(key, *frame), height);
+    const Layout effective = Geometry::resolve(layout, cycling, visible, m_gap);
+    const Rect written = Geometry::flip(Geometry::target(effective, visible, m_gap, desktopFrame), height);
+    if (!m_accessibility.setFrame(window, written)) {
         qCDebug(lcWindows) << "window" << window << "refused" << rawValue(effective);
         return Failure::cannotMove;
     }
+    if (const std::optional<Rect> settled = m_accessibility.frame(window))
+        m_snaps.insert(key, {written, *settled});
+    else
+        m_snaps.remove(key);
     return effective;
+}
+
+Rect WindowManager::cyclingFrame(const QString &key, const Rect &frame) const
+{
+    const auto snap = m_snaps.constFind(key);
+    if (snap != m_snaps.cend() && Geometry::approx(frame, snap->settled, Geometry::cycleTolerance))
+        return snap->written;
+    return frame;
 }
 
 std::optional<WindowManager::Failure> WindowManager::restore()

@@ -59,7 +59,10 @@ public:
     // Snaps `window` of process `pid`; the caller has checked the trust and
     // found the window. Checks run in a fixed order: full-screen, unreadable
     // frame, no display. The window's first pre-snap frame is recorded before
-    // the move and kept even when the move then fails.
+    // the move and kept even when the move then fails. A window still where
+    // it settled after the previous snap cycles as if it sat exactly on that
+    // snap's target, so one that sizes in steps (a terminal's character
+    // cells) and falls short of it cycles all the same.
     ApplyResult apply(Layout layout, WindowId window, qint64 pid);
     // Puts the front window back where it was before its first snap and
     // forgets that frame. A window never snapped is left alone (success).
@@ -74,12 +77,27 @@ public:
     void remember(const QString &key, const Rect &frame);
 
 private:
+    // A successful write to a window and the frame the window then took, both
+    // in accessibility coordinates.
+    struct Snap {
+        Rect written;
+        Rect settled;
+    };
+
+    // The frame cycling reads for a window now at `frame`: what was last
+    // written to it while it still sits where it settled then (within the
+    // cycling tolerance), else `frame` itself. Any later move by the user
+    // thus starts the cycle afresh.
+    Rect cyclingFrame(const QString &key, const Rect &frame) const;
+
     Accessibility &m_accessibility;
     Workspace &m_workspace;
     Screens &m_screens;
     double m_gap = 0;
     // Window key → frame before its first snap, accessibility coordinates.
     QHash<QString, Rect> m_originals;
+    // Window key → its last snap by apply.
+    QHash<QString, Snap> m_snaps;
 };
 
 } // namespace tessary

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <ostream>
 
@@ -82,6 +83,84 @@ INSTANTIATE_TEST_SUITE_P(Cases, ApplyLandsOnTarget,
         ApplyCase{"leftHalfAgainCycles", {0, 25, 960, 1055}, Layout::leftHalf, 0, {0, 25, 1280, 1055},
             Layout::firstTwoThirds}),
     [](const auto &p) { return std::string(p.param.name); });
+
+// A window that sizes in steps settles short of its targets, here by more
+// than the cycling tolerance in at least one dimension, and still cycles.
+struct SteppedCycleCase {
+    const char *name;
+    friend void PrintTo(const SteppedCycleCase &c, std::ostream *os) { *os << c.name; }
+    Rect window;
+    QSizeF step;
+    double gap;
+    Layout pressed;
+    std::array<Layout, 4> applied;
+};
+
+class SteppedWindowCycles : public WindowManagerTest, public ::testing::WithParamInterface<SteppedCycleCase> { };
+
+TEST_P(SteppedWindowCycles, throughEveryStep)
+{
+    const SteppedCycleCase &c = GetParam();
+    const WindowId w = desktop.addWindow(editor, c.window);
+    desktop.setSizeStep(w, c.step);
+    manager.setGap(c.gap);
+    for (const Layout expected : c.applied)
+        EXPECT_EQ(manager.apply(c.pressed, w, editor.pid), WindowManager::ApplyResult(expected));
+}
+
+const std::array<Layout, 4> leftCycle{Layout::leftHalf, Layout::firstTwoThirds, Layout::firstThird, Layout::leftHalf};
+const std::array<Layout, 4> rightCycle{Layout::rightHalf, Layout::lastTwoThirds, Layout::lastThird, Layout::rightHalf};
+
+INSTANTIATE_TEST_SUITE_P(Cases, SteppedWindowCycles,
+    ::testing::Values(
+        // Every step 1055 high becomes 1040.
+        SteppedCycleCase{"tallRows", unsnapped, {1, 16}, 0, Layout::leftHalf, leftCycle},
+        // Widths 945, 1265 and 625 become 925, 1250 and the exact 625.
+        SteppedCycleCase{"wideColumnsWithGap", unsnapped, {25, 1}, 10, Layout::rightHalf, rightCycle},
+        // Widths 720, 960 and 480 on the second display become 700, 950 and 450.
+        SteppedCycleCase{"onTheSecondDisplay", {2000, 100, 600, 400}, {50, 1}, 0, Layout::leftHalf, leftCycle}),
+    [](const auto &p) { return std::string(p.param.name); });
+
+// What the user does to a stepped window, settled at the left half (0, 25,
+// 960, 1040), before pressing the left half again.
+struct InterruptedCycleCase {
+    const char *name;
+    friend void PrintTo(const InterruptedCycleCase &c, std::ostream *os) { *os << c.name; }
+    Rect placed;
+    Layout applied;
+};
+
+class InterruptedCycle : public WindowManagerTest, public ::testing::WithParamInterface<InterruptedCycleCase> { };
+
+TEST_P(InterruptedCycle, startsAfreshOnceTheUserMovedTheWindow)
+{
+    const InterruptedCycleCase &c = GetParam();
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setSizeStep(w, {1, 16});
+    ASSERT_TRUE(manager.apply(Layout::leftHalf, w, editor.pid).succeeded());
+    ASSERT_EQ(desktop.windowFrame(w), (Rect{0, 25, 960, 1040}));
+
+    desktop.placeWindow(w, c.placed);
+    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.applied));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, InterruptedCycle,
+    ::testing::Values(InterruptedCycleCase{"movedAway", unsnapped, Layout::leftHalf},
+        InterruptedCycleCase{"shrunkByOneRow", {0, 25, 960, 1024}, Layout::leftHalf},
+        // As close as cycling ever asks a window to be to a step.
+        InterruptedCycleCase{"nudgedWithinTheTolerance", {6, 19, 954, 1046}, Layout::firstTwoThirds},
+        InterruptedCycleCase{"nudgedBeyondIt", {7, 25, 960, 1040}, Layout::leftHalf}),
+    [](const auto &p) { return std::string(p.param.name); });
+
+TEST_F(WindowManagerTest, anotherWindowWhereASteppedOneSettledIsNotOnTheCycle)
+{
+    const WindowId stepped = desktop.addWindow(editor, unsnapped);
+    desktop.setSizeStep(stepped, {1, 16});
+    ASSERT_TRUE(manager.apply(Layout::leftHalf, stepped, editor.pid).succeeded());
+
+    const WindowId other = desktop.addWindow(editor, desktop.windowFrame(stepped));
+    EXPECT_EQ(manager.apply(Layout::leftHalf, other, editor.pid), WindowManager::ApplyResult(Layout::leftHalf));
+}
 
 struct ApplyCheckCase {
     const char *name;

@@ -2,7 +2,15 @@
 
 #include <QtGlobal>
 
+#include <cmath>
+
 namespace tessary {
+
+namespace {
+
+double stepDown(double size, double step) { return step > 0 ? std::floor(size / step) * step : size; }
+
+} // namespace
 
 FakeDesktop::FakeDesktop()
     : m_ownApp{1000, QStringLiteral("tessary"), QStringLiteral("Tessary")}
@@ -48,6 +56,8 @@ void FakeDesktop::setFullScreen(WindowId id, bool fullScreen) { window(id).fullS
 void FakeDesktop::setAcceptsMoves(WindowId id, bool accepts) { window(id).acceptsMoves = accepts; }
 
 void FakeDesktop::setAcceptsResizes(WindowId id, bool accepts) { window(id).acceptsResizes = accepts; }
+
+void FakeDesktop::setSizeStep(WindowId id, QSizeF step) { window(id).sizeStep = step; }
 
 void FakeDesktop::setFrameReadable(WindowId id, bool readable) { window(id).frameReadable = readable; }
 
@@ -96,8 +106,8 @@ bool FakeDesktop::setFrame(WindowId id, const Rect &frame)
         return false;
     ++it->writes;
     if (it->acceptsResizes) {
-        it->frame.width = frame.width;
-        it->frame.height = frame.height;
+        it->frame.width = stepDown(frame.width, it->sizeStep.width());
+        it->frame.height = stepDown(frame.height, it->sizeStep.height());
     }
     if (it->acceptsMoves) {
         it->frame.x = frame.x;

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QPointF>
+#include <QSizeF>
 
 #include <functional>
 #include <optional>
@@ -53,6 +54,9 @@ public:
     // its frame and makes setFrame report false.
     void setAcceptsMoves(WindowId window, bool accepts);
     void setAcceptsResizes(WindowId window, bool accepts);
+    // A window that sizes in whole steps (a terminal in character cells)
+    // takes the largest multiple of `step` not above each written size.
+    void setSizeStep(WindowId window, QSizeF step);
     // An unreadable frame (frame() yields none), as for a window that vanished.
     void setFrameReadable(WindowId window, bool readable);
     // Number of setFrame calls that reached `window`.
@@ -98,6 +102,7 @@ private:
         bool fullScreen = false;
         bool acceptsMoves = true;
         bool acceptsResizes = true;
+        QSizeF sizeStep = {}; // sizes are free while not positive
         bool frameReadable = true;
         int writes = 0;
     };
