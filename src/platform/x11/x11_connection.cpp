@@ -30,6 +30,11 @@ X11Connection *X11Connection::instance()
     return shared.get();
 }
 
+void X11Connection::sync() const
+{
+    std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+}
+
 xcb_atom_t X11Connection::atom(const QByteArray &name)
 {
     const auto cached = m_atoms.constFind(name);

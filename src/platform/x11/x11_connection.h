@@ -22,6 +22,10 @@ public:
     xcb_window_t root() const { return m_root; }
     xcb_screen_t *screen() const { return m_screen; }
 
+    // Waits until the server has processed every request sent so far, so that
+    // other clients see their effect (a released grab, for instance).
+    void sync() const;
+
     // Interned atom, cached for the life of the connection; XCB_ATOM_NONE on error.
     xcb_atom_t atom(const QByteArray &name);
 

@@ -45,7 +45,7 @@ X11HotKeyService::~X11HotKeyService()
 {
     for (const Grab &grab : std::as_const(m_grabs))
         ungrab(grab, 4);
-    xcb_flush(m_x11.connection());
+    m_x11.sync();
     if (auto *app = QCoreApplication::instance())
         app->removeNativeEventFilter(this);
 }
@@ -101,7 +101,7 @@ void X11HotKeyService::unregisterHotKey(quint64 reference)
     if (found == m_grabs.cend())
         return;
     ungrab(*found, 4);
-    xcb_flush(m_x11.connection());
+    m_x11.sync();
     m_grabs.erase(found);
 }
 
