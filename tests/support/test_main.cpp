@@ -14,16 +14,14 @@ using TestApplication = QApplication;
 using TestApplication = QCoreApplication;
 #endif
 
-#include <cstring>
 #include <memory>
 
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleMock(&argc, argv);
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--gtest_list_tests") == 0)
-            return RUN_ALL_TESTS();
-    }
+    // InitGoogleMock consumed the flag from argv; ask gtest instead.
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
     // Keep tests away from the real user's files.
     QStandardPaths::setTestModeEnabled(true);
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");

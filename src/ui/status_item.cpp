@@ -1,0 +1,38 @@
+#include "ui/status_item.h"
+
+#include "ui/symbol_icons.h"
+
+#include <QCursor>
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+namespace tessary {
+
+StatusItem::StatusItem(QMenu *menu, QObject *parent)
+    : QObject(parent)
+    , m_menu(menu)
+    , m_icon(new QSystemTrayIcon(this))
+{
+    m_icon->setIcon(SymbolIcons::icon(QStringLiteral("rectangle.split.2x2")));
+    m_icon->setToolTip(QStringLiteral("Tessary"));
+    m_icon->setContextMenu(m_menu);
+    connect(m_icon, &QSystemTrayIcon::activated, this,
+        [this](QSystemTrayIcon::ActivationReason reason) { onActivated(int(reason)); });
+}
+
+StatusItem::~StatusItem() = default;
+
+bool StatusItem::show()
+{
+    m_icon->show();
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void StatusItem::onActivated(int reason)
+{
+    // Most trays open the context menu only on a right click; a left click opens it too.
+    if (reason == QSystemTrayIcon::Trigger)
+        m_menu->popup(QCursor::pos());
+}
+
+} // namespace tessary
