@@ -14,13 +14,17 @@ using TestApplication = QApplication;
 using TestApplication = QCoreApplication;
 #endif
 
+#include <cstring>
 #include <memory>
 
 int main(int argc, char **argv)
 {
+    // Looked for before GoogleTest takes its own flags out of argv.
+    bool listOnly = false;
+    for (int i = 1; i < argc; ++i)
+        listOnly = listOnly || std::strcmp(argv[i], "--gtest_list_tests") == 0;
     ::testing::InitGoogleMock(&argc, argv);
-    // InitGoogleMock consumed the flag from argv; ask gtest instead.
-    if (::testing::GTEST_FLAG(list_tests))
+    if (listOnly)
         return RUN_ALL_TESTS();
     // Keep tests away from the real user's files.
     QStandardPaths::setTestModeEnabled(true);

@@ -1,0 +1,75 @@
+#include "platform/x11/windows/x11_accessibility.h"
+
+#include "platform/x11/windows/x11_monitors.h"
+
+#include <cmath>
+
+namespace tessary {
+
+X11Accessibility::X11Accessibility(X11Connection &x11)
+    : m_x11(x11)
+    , m_apps(x11)
+    , m_frames(x11)
+{
+}
+
+bool X11Accessibility::isTrusted() const { return true; }
+
+bool X11Accessibility::requestTrust() { return true; }
+
+void X11Accessibility::openPrivacySettings() { }
+
+std::optional<WindowId> X11Accessibility::focusedWindow(const RunningApp &app) const
+{
+    const X11Clients &clients = m_apps.clients();
+    const xcb_window_t active = clients.activeWindow();
+    if (active != XCB_WINDOW_NONE && clients.isApplicationWindow(active) && belongsTo(active, app))
+        return active;
+    for (const xcb_window_t window : clients.stackingTopFirst()) {
+        if (window != active && clients.isApplicationWindow(window) && !clients.hasState(window, "_NET_WM_STATE_HIDDEN")
+            && belongsTo(window, app))
+            return window;
+    }
+    return std::nullopt;
+}
+
+bool X11Accessibility::belongsTo(xcb_window_t window, const RunningApp &app) const
+{
+    const std::optional<RunningApp> owner = m_apps.appOf(window);
+    return owner && owner->pid == app.pid && owner->id == app.id;
+}
+
+std::optional<Rect> X11Accessibility::frame(WindowId window) const
+{
+    const std::optional<QRect> visible = m_frames.visibleFrame(xcb_window_t(window));
+    if (!visible)
+        return std::nullopt;
+    const QPoint origin = primaryOrigin();
+    return Rect{double(visible->x() - origin.x()), double(visible->y() - origin.y()), double(visible->width()),
+        double(visible->height())};
+}
+
+bool X11Accessibility::setFrame(WindowId window, const Rect &frame)
+{
+    const QPoint origin = primaryOrigin();
+    const QRect target(int(std::lround(frame.minX())) + origin.x(), int(std::lround(frame.minY())) + origin.y(),
+        int(std::lround(frame.absWidth())), int(std::lround(frame.absHeight())));
+    if (target.isEmpty())
+        return false;
+    return m_frames.setVisibleFrame(xcb_window_t(window), target);
+}
+
+bool X11Accessibility::isFullScreen(WindowId window) const
+{
+    return m_apps.clients().hasState(xcb_window_t(window), "_NET_WM_STATE_FULLSCREEN");
+}
+
+quint64 X11Accessibility::windowHash(WindowId window) const { return window; }
+
+QPoint X11Accessibility::primaryOrigin() const
+{
+    const QList<QRect> monitors = X11Monitors::read(m_x11);
+    return monitors.isEmpty() ? QPoint() : monitors.first().topLeft();
+}
+
+} // namespace tessary

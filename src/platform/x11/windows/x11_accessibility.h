@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/platform/accessibility.h"
+#include "platform/x11/windows/x11_apps.h"
+#include "platform/x11/windows/x11_window_frames.h"
+
+namespace tessary {
+
+// Accessibility over EWMH. A WindowId is the X id of a managed client window,
+// which is also its hash. Frames are converted between root coordinates and
+// accessibility coordinates (origin top-left of the primary monitor). X11
+// needs no permission to move windows, so trust is always granted.
+class X11Accessibility final : public Accessibility {
+public:
+    explicit X11Accessibility(X11Connection &x11);
+
+    bool isTrusted() const override;
+    bool requestTrust() override;
+    void openPrivacySettings() override;
+
+    // The active window when it belongs to `app`, else the topmost visible
+    // application window of `app`.
+    std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
+    std::optional<Rect> frame(WindowId window) const override;
+    bool setFrame(WindowId window, const Rect &frame) override;
+    bool isFullScreen(WindowId window) const override;
+    quint64 windowHash(WindowId window) const override;
+
+private:
+    QPoint primaryOrigin() const;
+    bool belongsTo(xcb_window_t window, const RunningApp &app) const;
+
+    X11Connection &m_x11;
+    X11Apps m_apps;
+    X11WindowFrames m_frames;
+};
+
+} // namespace tessary

@@ -1,0 +1,184 @@
+#include "platform/x11/windows/x11_hot_key_service.h"
+
+#include "platform/x11/windows/key_positions.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <xcb/xcb_keysyms.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+Q_LOGGING_CATEGORY(lcX11HotKeys, "tessary.x11.hotkeys")
+
+namespace tessary {
+namespace {
+
+constexpr uint8_t badAccess = 10;
+constexpr uint16_t coreModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1
+    | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_4 | XCB_MOD_MASK_5;
+
+constexpr quint32 altL = 0xffe9, altR = 0xffea, metaL = 0xffe7, superL = 0xffeb, superR = 0xffec, numLock = 0xff7f;
+
+struct KeySymbolsDeleter {
+    void operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
+};
+using KeySymbols = std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter>;
+
+// The four lock states in grab order; a variant already listed is skipped.
+std::array<uint16_t, 4> lockVariants(uint16_t numLockMask)
+{
+    return {0, XCB_MOD_MASK_LOCK, numLockMask, uint16_t(XCB_MOD_MASK_LOCK | numLockMask)};
+}
+
+} // namespace
+
+X11HotKeyService::X11HotKeyService(X11Connection &x11)
+    : m_x11(x11)
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11HotKeyService::~X11HotKeyService()
+{
+    for (const Grab &grab : std::as_const(m_grabs))
+        ungrab(grab, 4);
+    xcb_flush(m_x11.connection());
+    if (auto *app = QCoreApplication::instance())
+        app->removeNativeEventFilter(this);
+}
+
+void X11HotKeyService::setPressedHandler(std::function<void(quint32 id)> handler) { m_handler = std::move(handler); }
+
+std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, quint32 id)
+{
+    const std::optional<quint32> keysym = KeyPositions::keysym(combo.keyCode);
+    const std::optional<xcb_keycode_t> keycode = keysym ? keycodeFor(*keysym) : std::nullopt;
+    if (!keycode)
+        return std::nullopt;
+    const ModifierMasks masks = modifierMasks();
+    Grab grab;
+    grab.keycode = *keycode;
+    grab.locks = XCB_MOD_MASK_LOCK | masks.numLock;
+    grab.id = id;
+    if (combo.modifiers & KeyCombo::control)
+        grab.modifiers |= XCB_MOD_MASK_CONTROL;
+    if (combo.modifiers & KeyCombo::option)
+        grab.modifiers |= masks.alt;
+    if (combo.modifiers & KeyCombo::shift)
+        grab.modifiers |= XCB_MOD_MASK_SHIFT;
+    if (combo.modifiers & KeyCombo::command)
+        grab.modifiers |= masks.super;
+    for (const Grab &held : std::as_const(m_grabs)) {
+        if (held.keycode == grab.keycode && held.modifiers == grab.modifiers)
+            return std::nullopt;
+    }
+
+    xcb_connection_t *connection = m_x11.connection();
+    const std::array<uint16_t, 4> variants = lockVariants(masks.numLock);
+    for (int i = 0; i < int(variants.size()); ++i) {
+        const auto cookie = xcb_grab_key_checked(connection, 0, m_x11.root(), grab.modifiers | variants[i],
+            grab.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        if (xcb_generic_error_t *error = xcb_request_check(connection, cookie)) {
+            if (error->error_code != badAccess)
+                qCWarning(lcX11HotKeys) << "grabbing key" << grab.keycode << "failed with X error" << error->error_code;
+            std::free(error);
+            ungrab(grab, i);
+            xcb_flush(connection);
+            return std::nullopt;
+        }
+    }
+    const quint64 reference = m_nextReference++;
+    m_grabs.insert(reference, grab);
+    return reference;
+}
+
+void X11HotKeyService::unregisterHotKey(quint64 reference)
+{
+    const auto found = m_grabs.constFind(reference);
+    if (found == m_grabs.cend())
+        return;
+    ungrab(*found, 4);
+    xcb_flush(m_x11.connection());
+    m_grabs.erase(found);
+}
+
+void X11HotKeyService::ungrab(const Grab &grab, int variants)
+{
+    const std::array<uint16_t, 4> locks = lockVariants(grab.locks & ~XCB_MOD_MASK_LOCK);
+    for (int i = 0; i < variants; ++i)
+        xcb_ungrab_key(m_x11.connection(), grab.keycode, m_x11.root(), grab.modifiers | locks[i]);
+}
+
+bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    if ((event->response_type & 0x7f) != XCB_KEY_PRESS)
+        return false;
+    const auto *press = static_cast<const xcb_key_press_event_t *>(message);
+    for (const Grab &grab : std::as_const(m_grabs)) {
+        if (press->detail == grab.keycode && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
+            if (m_handler)
+                m_handler(grab.id);
+            return true;
+        }
+    }
+    return false;
+}
+
+X11HotKeyService::ModifierMasks X11HotKeyService::modifierMasks() const
+{
+    ModifierMasks masks;
+    xcb_connection_t *connection = m_x11.connection();
+    auto *reply = xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr);
+    if (!reply)
+        return masks;
+    const KeySymbols symbols(xcb_key_symbols_alloc(connection));
+    const xcb_keycode_t *keycodes = xcb_get_modifier_mapping_keycodes(reply);
+    const int perModifier = reply->keycodes_per_modifier;
+    bool altFound = false;
+    // Mod1 … Mod5 are modifier indices 3 … 7.
+    for (int index = 3; index < 8 && symbols; ++index) {
+        const auto mask = uint16_t(1u << index);
+        for (int k = 0; k < perModifier; ++k) {
+            const xcb_keycode_t keycode = keycodes[index * perModifier + k];
+            if (keycode == 0)
+                continue;
+            const xcb_keysym_t sym = xcb_key_symbols_get_keysym(symbols.get(), keycode, 0);
+            if (sym == altL || sym == altR) {
+                masks.alt = mask;
+                altFound = true;
+            } else if (sym == metaL && !altFound) {
+                masks.alt = mask;
+            } else if (sym == superL || sym == superR) {
+                masks.super = mask;
+            } else if (sym == numLock) {
+                masks.numLock = mask;
+            }
+        }
+    }
+    std::free(reply);
+    return masks;
+}
+
+std::optional<xcb_keycode_t> X11HotKeyService::keycodeFor(quint32 keysym) const
+{
+    const KeySymbols symbols(xcb_key_symbols_alloc(m_x11.connection()));
+    if (!symbols)
+        return std::nullopt;
+    const xcb_setup_t *setup = xcb_get_setup(m_x11.connection());
+    // A key that gives the symbol unshifted first: that is the key position.
+    for (int column = 0; column < 2; ++column) {
+        for (int keycode = setup->min_keycode; keycode <= setup->max_keycode; ++keycode) {
+            if (xcb_key_symbols_get_keysym(symbols.get(), xcb_keycode_t(keycode), column) == keysym)
+                return xcb_keycode_t(keycode);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace tessary

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "core/platform/hot_key_service.h"
+#include "platform/x11/x11_connection.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QHash>
+
+namespace tessary {
+
+// Hot keys as passive key grabs on the root window. A combination is grabbed
+// on the key that carries its ANSI position's symbol in the current keyboard
+// mapping, with Ctrl, Alt, Shift and Super as control, option, shift and
+// command, once for each state of Caps Lock and Num Lock so that the locks
+// never stop a hot key. A combination some other client (or this service)
+// already holds is refused and nothing of it stays grabbed. The grabs end with
+// the object. Needs the application object; main thread only.
+class X11HotKeyService final : public HotKeyService, private QAbstractNativeEventFilter {
+public:
+    explicit X11HotKeyService(X11Connection &x11);
+    ~X11HotKeyService() override;
+
+    X11HotKeyService(const X11HotKeyService &) = delete;
+    X11HotKeyService &operator=(const X11HotKeyService &) = delete;
+
+    void setPressedHandler(std::function<void(quint32 id)> handler) override;
+    std::optional<quint64> registerHotKey(const KeyCombo &combo, quint32 id) override;
+    void unregisterHotKey(quint64 reference) override;
+
+private:
+    struct Grab {
+        xcb_keycode_t keycode = 0;
+        uint16_t modifiers = 0;
+        // Lock bits left out when matching a press (Caps Lock, Num Lock).
+        uint16_t locks = 0;
+        quint32 id = 0;
+    };
+    struct ModifierMasks {
+        uint16_t alt = XCB_MOD_MASK_1;
+        uint16_t numLock = XCB_MOD_MASK_2;
+        uint16_t super = XCB_MOD_MASK_4;
+    };
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    ModifierMasks modifierMasks() const;
+    std::optional<xcb_keycode_t> keycodeFor(quint32 keysym) const;
+    void ungrab(const Grab &grab, int variants);
+
+    X11Connection &m_x11;
+    std::function<void(quint32)> m_handler;
+    QHash<quint64, Grab> m_grabs;
+    quint64 m_nextReference = 1;
+};
+
+} // namespace tessary

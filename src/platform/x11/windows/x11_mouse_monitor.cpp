@@ -1,0 +1,97 @@
+#include "platform/x11/windows/x11_mouse_monitor.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <xcb/xinput.h>
+
+#include <cstdlib>
+
+Q_LOGGING_CATEGORY(lcX11Mouse, "tessary.x11.mouse")
+
+namespace tessary {
+namespace {
+
+constexpr uint32_t leftButton = 1;
+
+} // namespace
+
+X11MouseMonitor::X11MouseMonitor(X11Connection &x11)
+    : m_x11(x11)
+{
+}
+
+X11MouseMonitor::~X11MouseMonitor()
+{
+    if (m_started) {
+        if (auto *app = QCoreApplication::instance())
+            app->removeNativeEventFilter(this);
+    }
+}
+
+bool X11MouseMonitor::start(std::function<void()> onLeftDown, std::function<void()> onLeftUp)
+{
+    if (m_started)
+        return true;
+    if (!selectRawButtons())
+        return false;
+    m_onLeftDown = std::move(onLeftDown);
+    m_onLeftUp = std::move(onLeftUp);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    m_started = true;
+    return true;
+}
+
+bool X11MouseMonitor::selectRawButtons()
+{
+    xcb_connection_t *connection = m_x11.connection();
+    const xcb_query_extension_reply_t *extension = xcb_get_extension_data(connection, &xcb_input_id);
+    if (!extension || !extension->present) {
+        qCWarning(lcX11Mouse) << "the X server has no XInput extension";
+        return false;
+    }
+    m_opcode = extension->major_opcode;
+    // Qt negotiates XInput on this connection too; the server keeps the higher
+    // of the versions asked for, so this only checks that 2.2 is there.
+    xcb_generic_error_t *error = nullptr;
+    auto *version = xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), &error);
+    const bool recent = version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
+    std::free(version);
+    std::free(error);
+    if (!recent) {
+        qCWarning(lcX11Mouse) << "the X server lacks XInput 2.2";
+        return false;
+    }
+    struct {
+        xcb_input_event_mask_t header;
+        uint32_t bits;
+    } mask{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
+        XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE};
+    error = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
+    if (error) {
+        qCWarning(lcX11Mouse) << "selecting raw button events failed with X error" << error->error_code;
+        std::free(error);
+        return false;
+    }
+    return true;
+}
+
+bool X11MouseMonitor::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto *event = static_cast<const xcb_ge_generic_event_t *>(message);
+    if ((event->response_type & 0x7f) != XCB_GE_GENERIC || event->extension != m_opcode)
+        return false;
+    if (event->event_type != XCB_INPUT_RAW_BUTTON_PRESS && event->event_type != XCB_INPUT_RAW_BUTTON_RELEASE)
+        return false;
+    const auto *raw = static_cast<const xcb_input_raw_button_press_event_t *>(message);
+    if (raw->detail != leftButton)
+        return false;
+    const std::function<void()> &callback = event->event_type == XCB_INPUT_RAW_BUTTON_PRESS ? m_onLeftDown : m_onLeftUp;
+    if (callback)
+        callback();
+    return false;
+}
+
+} // namespace tessary

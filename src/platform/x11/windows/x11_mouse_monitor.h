@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/platform/mouse_monitor.h"
+#include "platform/x11/x11_connection.h"
+
+#include <QAbstractNativeEventFilter>
+
+namespace tessary {
+
+// Left button presses and releases anywhere on the screen, from XInput 2.2
+// raw events selected on the root window: nothing is grabbed, and the events
+// keep coming while the window manager holds the pointer for a drag. The
+// callbacks run inside Qt's event dispatch. Needs the application object.
+class X11MouseMonitor final : public MouseMonitor, private QAbstractNativeEventFilter {
+public:
+    explicit X11MouseMonitor(X11Connection &x11);
+    ~X11MouseMonitor() override;
+
+    X11MouseMonitor(const X11MouseMonitor &) = delete;
+    X11MouseMonitor &operator=(const X11MouseMonitor &) = delete;
+
+    // False when the server lacks XInput 2.2; a second call keeps the first
+    // callbacks and returns whether they are installed.
+    bool start(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
+
+private:
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    bool selectRawButtons();
+
+    X11Connection &m_x11;
+    bool m_started = false;
+    uint8_t m_opcode = 0;
+    std::function<void()> m_onLeftDown;
+    std::function<void()> m_onLeftUp;
+};
+
+} // namespace tessary

@@ -1,0 +1,83 @@
+#include "platform/x11/windows/x11_screens.h"
+
+#include "platform/x11/windows/x11_monitors.h"
+#include "platform/x11/windows/x11_properties.h"
+
+#include <cstdlib>
+
+namespace tessary {
+namespace {
+
+// Root coordinates (y down) → desktop coordinates (y up, origin at the
+// primary monitor's bottom-left).
+Rect toDesktop(const QRect &rect, const QRect &primary)
+{
+    const double maxY = rect.y() - primary.y() + rect.height();
+    return Rect{double(rect.x() - primary.x()), primary.height() - maxY, double(rect.width()), double(rect.height())};
+}
+
+} // namespace
+
+X11Screens::X11Screens(X11Connection &x11)
+    : m_x11(x11)
+    , m_clients(x11)
+{
+}
+
+QList<ScreenInfo> X11Screens::screens() const
+{
+    const QList<QRect> monitors = X11Monitors::read(m_x11);
+    if (monitors.isEmpty())
+        return {};
+    const QSize root = rootSize();
+    const QList<Strut> reserved = struts();
+    QList<ScreenInfo> result;
+    for (const QRect &monitor : monitors)
+        result.append({toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, reserved), monitors.first())});
+    return result;
+}
+
+QPointF X11Screens::pointerLocation() const
+{
+    xcb_connection_t *connection = m_x11.connection();
+    auto *reply = xcb_query_pointer_reply(connection, xcb_query_pointer(connection, m_x11.root()), nullptr);
+    if (!reply)
+        return {};
+    const QPoint root(reply->root_x, reply->root_y);
+    std::free(reply);
+    const QList<QRect> monitors = X11Monitors::read(m_x11);
+    const QRect primary = monitors.isEmpty() ? QRect() : monitors.first();
+    return QPointF(root.x() - primary.x(), primary.height() - (root.y() - primary.y()));
+}
+
+QSize X11Screens::rootSize() const
+{
+    // The setup block's size goes stale when RandR resizes the screen.
+    xcb_connection_t *connection = m_x11.connection();
+    auto *reply = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, m_x11.root()), nullptr);
+    if (!reply)
+        return {};
+    const QSize size(reply->width, reply->height);
+    std::free(reply);
+    return size;
+}
+
+QList<Strut> X11Screens::struts() const
+{
+    const QSize root = rootSize();
+    const xcb_atom_t partial = m_x11.atom("_NET_WM_STRUT_PARTIAL");
+    const xcb_atom_t full = m_x11.atom("_NET_WM_STRUT");
+    QList<Strut> result;
+    for (const xcb_window_t window : m_clients.clientList()) {
+        std::optional<Strut> strut;
+        if (const auto values = X11Properties::cardinals(m_x11.connection(), window, partial))
+            strut = Strut::fromPartial(*values);
+        else if (const auto legacy = X11Properties::cardinals(m_x11.connection(), window, full))
+            strut = Strut::fromFull(*legacy, root);
+        if (strut)
+            result.append(*strut);
+    }
+    return result;
+}
+
+} // namespace tessary

@@ -1,0 +1,130 @@
+#include "platform/x11/windows/x11_accessibility.h"
+#include "platform/x11/windows/x11_screens.h"
+#include "platform/x11/windows/x11_workspace.h"
+
+#include "core/windows/geometry.h"
+#include "test_desktop.h"
+
+#include <gtest/gtest.h>
+
+namespace tessary {
+namespace {
+
+QRect toRoot(const Rect &r) { return QRect(int(r.x), int(r.y), int(r.width), int(r.height)); }
+
+struct ClientCase {
+    const char *program;
+    QStringList arguments;
+};
+
+void PrintTo(const ClientCase &c, std::ostream *os) { *os << c.program; }
+
+class SnapEveryLayout : public ::testing::TestWithParam<ClientCase> { };
+
+// The visible frame lands exactly on the target; a client with size
+// increments is as large as fits in whole cells (never larger).
+TEST_P(SnapEveryLayout, landsOnTheTargetOnEachMonitor)
+{
+    TestDesktop desktop;
+    const TestDesktop::Client client = desktop.launch(QString::fromLatin1(GetParam().program), GetParam().arguments);
+    ASSERT_NE(client.window, XCB_WINDOW_NONE);
+    X11Accessibility accessibility(desktop.x11());
+    const QList<ScreenInfo> screens = X11Screens(desktop.x11()).screens();
+    ASSERT_EQ(screens.size(), 2);
+    const double primaryHeight = screens.first().frame.height;
+    const QSize increment = desktop.sizeIncrement(client.window);
+
+    for (const ScreenInfo &screen : screens) {
+        for (const Layout layout : Layouts::allCases) {
+            SCOPED_TRACE(rawValue(layout).toStdString() + " on the monitor at x " + std::to_string(screen.frame.x));
+            const auto current = accessibility.frame(client.window);
+            ASSERT_TRUE(current);
+            const Rect desktopFrame = Geometry::flip(*current, primaryHeight);
+            const QRect target = toRoot(
+                Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
+
+            ASSERT_TRUE(accessibility.setFrame(client.window, Rect{double(target.x()), double(target.y()),
+                                                                  double(target.width()), double(target.height())}));
+
+            const QRect real = desktop.managedFrame(client.window);
+            EXPECT_EQ(real.topLeft(), target.topLeft());
+            EXPECT_LE(real.width(), target.width());
+            EXPECT_GT(real.width(), target.width() - increment.width());
+            EXPECT_LE(real.height(), target.height());
+            EXPECT_GT(real.height(), target.height() - increment.height());
+            EXPECT_EQ(toRoot(*accessibility.frame(client.window)), real);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(RealClients, SnapEveryLayout,
+    ::testing::Values(ClientCase{"xlogo", {QStringLiteral("-geometry"), QStringLiteral("300x200+40+60")}},
+        ClientCase{"xterm", {QStringLiteral("-geometry"), QStringLiteral("80x24+40+60")}}),
+    [](const auto &test) { return std::string(test.param.program); });
+
+TEST(X11Accessibility, unmaximizesBeforeMoving)
+{
+    TestDesktop desktop;
+    const TestDesktop::Client client = desktop.launch(QStringLiteral("xlogo"));
+    ASSERT_NE(client.window, XCB_WINDOW_NONE);
+    desktop.changeState(client.window, true, "_NET_WM_STATE_MAXIMIZED_VERT");
+    desktop.changeState(client.window, true, "_NET_WM_STATE_MAXIMIZED_HORZ");
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.managedFrame(client.window).width() == 1920; }));
+
+    X11Accessibility accessibility(desktop.x11());
+    ASSERT_TRUE(accessibility.setFrame(client.window, Rect{100, 50, 700, 500}));
+
+    EXPECT_EQ(desktop.managedFrame(client.window), QRect(100, 50, 700, 500));
+    EXPECT_FALSE(desktop.hasState(client.window, "_NET_WM_STATE_MAXIMIZED_VERT"));
+    EXPECT_FALSE(desktop.hasState(client.window, "_NET_WM_STATE_MAXIMIZED_HORZ"));
+}
+
+TEST(X11Accessibility, reportsFullScreenFromTheWindowState)
+{
+    TestDesktop desktop;
+    const TestDesktop::Client client = desktop.launch(QStringLiteral("xlogo"));
+    ASSERT_NE(client.window, XCB_WINDOW_NONE);
+    X11Accessibility accessibility(desktop.x11());
+    EXPECT_FALSE(accessibility.isFullScreen(client.window));
+
+    desktop.changeState(client.window, true, "_NET_WM_STATE_FULLSCREEN");
+    EXPECT_TRUE(TestDesktop::waitFor([&] { return accessibility.isFullScreen(client.window); }));
+}
+
+TEST(X11Accessibility, aWindowThatIsGoneHasNoFrameAndCannotMove)
+{
+    TestDesktop desktop;
+    X11Accessibility accessibility(desktop.x11());
+    const WindowId gone = 0x7ffffff;
+    EXPECT_FALSE(accessibility.frame(gone));
+    EXPECT_FALSE(accessibility.setFrame(gone, Rect{0, 0, 300, 300}));
+}
+
+// xlogo sets no _NET_WM_PID: its process still comes from the X server, and
+// two of its windows never share a key.
+TEST(X11Accessibility, findsTheFocusedWindowOfAClientWithoutPid)
+{
+    TestDesktop desktop;
+    const TestDesktop::Client first = desktop.launch(QStringLiteral("xlogo"));
+    const TestDesktop::Client second = desktop.launch(QStringLiteral("xlogo"));
+    ASSERT_NE(first.window, XCB_WINDOW_NONE);
+    ASSERT_NE(second.window, XCB_WINDOW_NONE);
+    X11Workspace workspace(desktop.x11());
+    X11Accessibility accessibility(desktop.x11());
+
+    const auto front = workspace.frontmostApplication();
+    ASSERT_TRUE(front);
+    EXPECT_EQ(front->pid, second.pid);
+    EXPECT_EQ(accessibility.focusedWindow(*front), WindowId(second.window));
+
+    desktop.activate(first.window);
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.activeWindow() == first.window; }));
+    const auto other = workspace.frontmostApplication();
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->pid, first.pid);
+    EXPECT_EQ(accessibility.focusedWindow(*other), WindowId(first.window));
+    EXPECT_NE(accessibility.windowHash(first.window), accessibility.windowHash(second.window));
+}
+
+} // namespace
+} // namespace tessary
