@@ -19,7 +19,7 @@ using TestApplication = QCoreApplication;
 
 int main(int argc, char **argv)
 {
-    // Looked for before GoogleTest takes its own flags out of argv.
+    // Checked before GoogleTest takes its own flags out of argv.
     bool listOnly = false;
     for (int i = 1; i < argc; ++i)
         listOnly = listOnly || std::strcmp(argv[i], "--gtest_list_tests") == 0;
