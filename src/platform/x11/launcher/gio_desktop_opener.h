@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/platform/desktop_opener.h"
+
+#include <QObject>
+
+namespace tessary {
+
+// Opens through GIO's default handlers and desktop entries; reveals through the
+// file manager's org.freedesktop.FileManager1 service, falling back to opening
+// the containing folder when no file manager answers. Main thread only.
+class GioDesktopOpener final : public QObject, public DesktopOpener {
+    Q_OBJECT
+
+public:
+    explicit GioDesktopOpener(QObject *parent = nullptr);
+
+    bool openUrl(const QUrl &url) override;
+    bool openFile(const QString &path) override;
+    bool openApplication(const QString &path) override;
+    // True when the file manager was asked; its refusal then opens the folder later.
+    bool revealInFileManager(const QString &path) override;
+};
+
+} // namespace tessary
