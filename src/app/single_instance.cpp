@@ -65,7 +65,9 @@ void SingleInstance::onNewConnection()
             if (!socket || !socket->canReadLine())
                 return;
             const QJsonDocument message = QJsonDocument::fromJson(socket->readLine());
+            // Acknowledged before acting: the action may end this process (Quit).
             socket->write("\n");
+            socket->flush();
             socket->disconnectFromServer();
             if (!message.isArray())
                 return;
