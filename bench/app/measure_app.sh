@@ -68,7 +68,7 @@ start_tessary() { # <home>; sets pid, waits until ready, prints ms from exec to 
 stop_tessary() { kill "$pid"; wait "$pid" 2>/dev/null || true; pid=""; }
 
 memory() { # prints "RSS_MB PSS_MB"
-  awk '/^Rss:/{r=$2} /^Pss:/{p=$2} END{printf "%.1f %.1f", r/1024, p/1024}' "/proc/$pid/smaps_rollup"
+  awk '/^Rss:/{r=$2} /^Pss:/{p=$2} END{printf "%.1f %.1f\n", r/1024, p/1024}' "/proc/$pid/smaps_rollup"
 }
 
 cpu_ticks() { awk '{print $14 + $15}' "/proc/$pid/stat"; }

@@ -109,11 +109,14 @@ void AppController::buildStatusItem()
     if (m_statusItem)
         return;
     m_statusItem = std::make_unique<StatusItem>(m_trayMenu->menu());
-    if (!m_statusItem->show()) {
+    connect(m_statusItem.get(), &StatusItem::shown, this, [](bool inTray) {
+        if (inTray)
+            return;
         const QString notice = QStringLiteral("The desktop has no system tray: the Tessary menu is unavailable.");
         Log::write(notice);
         std::fprintf(stderr, "tessary: %s\n", qPrintable(notice));
-    }
+    });
+    m_statusItem->show();
 }
 
 void AppController::applySettings()

@@ -5,27 +5,31 @@
 #include <QCursor>
 #include <QMenu>
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 namespace tessary {
 
 StatusItem::StatusItem(QMenu *menu, QObject *parent)
     : QObject(parent)
     , m_menu(menu)
-    , m_icon(new QSystemTrayIcon(this))
 {
-    m_icon->setIcon(SymbolIcons::icon(QStringLiteral("rectangle.split.2x2")));
-    m_icon->setToolTip(QStringLiteral("Tessary"));
-    m_icon->setContextMenu(m_menu);
-    connect(m_icon, &QSystemTrayIcon::activated, this,
-        [this](QSystemTrayIcon::ActivationReason reason) { onActivated(int(reason)); });
 }
 
 StatusItem::~StatusItem() = default;
 
-bool StatusItem::show()
+void StatusItem::show()
 {
-    m_icon->show();
-    return QSystemTrayIcon::isSystemTrayAvailable();
+    QTimer::singleShot(0, this, [this] {
+        if (!m_icon) {
+            m_icon = new QSystemTrayIcon(SymbolIcons::icon(QStringLiteral("rectangle.split.2x2")), this);
+            m_icon->setToolTip(QStringLiteral("Tessary"));
+            m_icon->setContextMenu(m_menu);
+            connect(m_icon, &QSystemTrayIcon::activated, this,
+                [this](QSystemTrayIcon::ActivationReason reason) { onActivated(int(reason)); });
+        }
+        m_icon->show();
+        Q_EMIT shown(QSystemTrayIcon::isSystemTrayAvailable());
+    });
 }
 
 void StatusItem::onActivated(int reason)

@@ -32,10 +32,16 @@ TrayMenu::TrayMenu(QObject *parent)
     , m_menu(std::make_unique<QMenu>())
 {
     QMenu *windows = m_menu->addMenu(literal(QStringLiteral("Move & Resize Window")));
-    for (HotAction action : HotActions::windowActions) {
-        QAction *item = addRepresented(windows, title(action), rawValue(action));
-        item->setIcon(SymbolIcons::icon(iconName(action)));
-    }
+    for (HotAction action : HotActions::windowActions)
+        addRepresented(windows, title(action), rawValue(action));
+    // Drawing the icons costs more than the rest of start-up's widgets: done when first needed.
+    connect(windows, &QMenu::aboutToShow, this, [windows] {
+        const QList<QAction *> items = windows->actions();
+        for (qsizetype i = 0; i < items.size(); ++i) {
+            if (items[i]->icon().isNull())
+                items[i]->setIcon(SymbolIcons::icon(iconName(HotActions::windowActions[size_t(i)])));
+        }
+    });
     m_menu->addSeparator();
     addRepresented(m_menu.get(), QStringLiteral("Clipboard History…"), QStringLiteral("clipboard"));
     addRepresented(m_menu.get(), QStringLiteral("Launcher…"), QStringLiteral("launcher"));

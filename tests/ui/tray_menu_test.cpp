@@ -35,8 +35,9 @@ TEST(TrayMenu, topLevelItemsInOrder)
 TEST(TrayMenu, windowSubmenuListsTheEighteenWindowActions)
 {
     TrayMenu tray;
-    const QMenu *windows = tray.menu()->actions().first()->menu();
+    QMenu *windows = tray.menu()->actions().first()->menu();
     ASSERT_TRUE(windows);
+    Q_EMIT windows->aboutToShow();
     const QList<QAction *> items = windows->actions();
     ASSERT_EQ(items.size(), 18);
     for (int i = 0; i < 18; ++i) {
