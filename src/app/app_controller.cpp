@@ -26,6 +26,8 @@
 
 #include <cstdio>
 
+#include <sys/resource.h>
+
 namespace tessary {
 
 namespace {
@@ -87,7 +89,12 @@ void AppController::launchApp(const QStringList &arguments)
     m_clipboard->startMonitoring();
     m_dragSnapper->start();
     m_appIndex->refresh(true);
-    qCInfo(lcApp, "ready at %lld ms since the epoch", static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const long long cpuMs = (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000LL
+        + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+    qCInfo(lcApp, "ready at %lld ms since the epoch after %lld ms of CPU",
+        static_cast<long long>(QDateTime::currentMSecsSinceEpoch()), cpuMs);
     Q_EMIT ready();
 
     Toast::show(startupMessage(*m_settings), 5.0);
