@@ -5,6 +5,8 @@
 #     with a 1,000-entry history (median of several starts);
 #   - CPU ticks and wake-ups (context switches of all threads) while idle;
 #   - RSS and PSS after start and after recording 1,000 copied texts.
+# An empty Qt tray application (tessary_bench_empty_tray, next to the binary's
+# build) is started the same way as a yardstick when it has been built.
 # Usage: bench/app/measure_app.sh [tessary binary] [display number] [idle seconds]
 # Build a Release binary first: scripts/run.sh does, or
 #   cmake -S . -B build/release -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build/release --target tessary
@@ -14,6 +16,7 @@ binary=$(realpath "${1:-$root/build/release/src/app/tessary}")
 display=${2:-97}
 idle_seconds=${3:-60}
 starts=${TESSARY_BENCH_STARTS:-9}
+yardstick=$(dirname "$binary")/../../bench/app/tessary_bench_empty_tray
 work=$(mktemp -d)
 export DISPLAY=":$display"
 pid=""
@@ -51,11 +54,11 @@ json.dump(items, open(path, "w"), separators=(",", ":"))
 PY
 }
 
-start_tessary() { # <home>; sets pid, waits until ready, prints "wall-ms cpu-ms" from exec to ready
-  local home=$1 log=$1/stderr.log t0 ready cpu
+start_tessary() { # <home> [program]; sets pid, waits until ready, prints "wall-ms cpu-ms" from exec to ready
+  local home=$1 program=${2:-$binary} log=$1/stderr.log t0 ready cpu
   t0=$(date +%s%N)
   HOME=$home XDG_CONFIG_HOME= XDG_DATA_HOME= XDG_STATE_HOME= QT_LOGGING_RULES="tessary.app.info=true" \
-    "$binary" 2>"$log" &
+    "$program" 2>"$log" &
   pid=$!
   for _ in $(seq 400); do
     ready=$(sed -n 's/.*ready at \([0-9]*\) ms.*/\1/p' "$log")
@@ -94,6 +97,17 @@ done
 echo "start-up to shortcuts registered + clipboard watched (1,000-entry history), $starts starts:"
 echo "  wall clock: median $(cut -d' ' -f1 "$work/startups" | median) ms ($(cut -d' ' -f1 "$work/startups" | sort -n | tr '\n' ' ')ms)"
 echo "  CPU used by then: median $(cut -d' ' -f2 "$work/startups" | median) ms (less sensitive to other load on the machine)"
+
+if [ -x "$yardstick" ]; then
+  home=$work/home-yardstick
+  fresh_home "$home"
+  : >"$work/yardstick"
+  for _ in $(seq "$starts"); do
+    start_tessary "$home" "$yardstick" >>"$work/yardstick"
+    stop_tessary
+  done
+  echo "  empty Qt tray application, same conditions: wall median $(cut -d' ' -f1 "$work/yardstick" | median) ms, CPU median $(cut -d' ' -f2 "$work/yardstick" | median) ms"
+fi
 
 # Idle, then 1,000 copies.
 home=$work/home-idle
