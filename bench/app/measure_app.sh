@@ -113,7 +113,8 @@ fi
 home=$work/home-idle
 fresh_home "$home"; write_settings "$home" 1000
 start_tessary "$home" >/dev/null
-sleep 2
+# Let the start-up's background work (application scan) finish first.
+sleep 5
 read -r rss pss < <(memory)
 echo "after start: RSS ${rss} MB, PSS ${pss} MB"
 ticks0=$(cpu_ticks); switches0=$(switches)
