@@ -24,7 +24,8 @@ HotKeyCenter::~HotKeyCenter()
 std::optional<quint32> HotKeyCenter::registerHotKey(const KeyCombo &combo, std::function<void()> handler)
 {
     installHandlerIfNeeded();
-    const quint32 id = unusedId();
+    const QList<quint32> live = m_refs.keys();
+    const quint32 id = unusedId(m_nextId, QSet<quint32>(live.cbegin(), live.cend()));
     const std::optional<quint64> reference = m_service.registerHotKey(combo, id);
     if (!reference) {
         qCDebug(lcShortcuts) << "refused:" << combo.display();
@@ -64,12 +65,10 @@ void HotKeyCenter::fire(quint32 id)
     QMetaObject::invokeMethod(this, *it, Qt::QueuedConnection);
 }
 
-quint32 HotKeyCenter::unusedId()
+quint32 HotKeyCenter::unusedId(quint32 next, const QSet<quint32> &live)
 {
-    // Past the end of the id space numbering starts again at 1, skipping ids
-    // that are still registered; 0 is never handed out.
-    quint32 id = m_nextId;
-    while (id == 0 || m_refs.contains(id))
+    quint32 id = next;
+    while (id == 0 || live.contains(id))
         ++id;
     return id;
 }

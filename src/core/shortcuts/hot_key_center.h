@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include <functional>
 #include <optional>
@@ -35,10 +36,14 @@ public:
     // Releases every registration and forgets every handler; ids keep growing.
     void unregisterAll();
 
+    // The id for the next registration when `next` is due and `live` are still
+    // registered: `next` itself unless it is 0 (the count went past the
+    // largest id) or live, else the first id after it that is neither.
+    static quint32 unusedId(quint32 next, const QSet<quint32> &live);
+
 private:
     void installHandlerIfNeeded();
     void fire(quint32 id);
-    quint32 unusedId();
 
     HotKeyService &m_service;
     QHash<quint32, quint64> m_refs;

@@ -1,17 +1,12 @@
 #include "core/windows/geometry.h"
 
+#include "window_printers.h"
+
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <vector>
 
 namespace tessary {
-
-void PrintTo(const Rect &r, std::ostream *os)
-{
-    *os << "(" << r.x << ", " << r.y << ", " << r.width << ", " << r.height << ")";
-}
-
 namespace {
 
 using Geometry::target;

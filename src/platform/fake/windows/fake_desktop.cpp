@@ -65,6 +65,14 @@ void FakeDesktop::releaseLeft()
         m_onLeftUp();
 }
 
+bool FakeDesktop::requestTrust()
+{
+    ++m_trustRequests;
+    if (m_grantsTrust)
+        m_trusted = true;
+    return m_trusted;
+}
+
 std::optional<WindowId> FakeDesktop::focusedWindow(const RunningApp &app) const
 {
     const auto it = m_focused.constFind(app.pid);

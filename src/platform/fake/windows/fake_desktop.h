@@ -40,6 +40,10 @@ public:
     void activateOwnApp();
     void setMenuBarOwner(const std::optional<RunningApp> &app) { m_menuBarOwner = app; }
     void setTrusted(bool trusted) { m_trusted = trusted; }
+    // Whether asking for trust grants it; false by default.
+    void setGrantsTrustWhenAsked(bool grants) { m_grantsTrust = grants; }
+    int trustRequests() const { return m_trustRequests; }
+    int privacySettingsOpenings() const { return m_privacyOpenings; }
 
     // Moves or resizes a window as its user would (not through setFrame).
     void placeWindow(WindowId window, const Rect &frame);
@@ -66,8 +70,8 @@ public:
 
     // --- Accessibility ---------------------------------------------------
     bool isTrusted() const override { return m_trusted; }
-    bool requestTrust() override { return m_trusted; }
-    void openPrivacySettings() override { }
+    bool requestTrust() override;
+    void openPrivacySettings() override { ++m_privacyOpenings; }
     std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
     std::optional<Rect> frame(WindowId window) const override;
     bool setFrame(WindowId window, const Rect &frame) override;
@@ -110,6 +114,9 @@ private:
     std::optional<RunningApp> m_frontmost;
     std::optional<RunningApp> m_menuBarOwner;
     bool m_trusted = true;
+    bool m_grantsTrust = false;
+    int m_trustRequests = 0;
+    int m_privacyOpenings = 0;
 
     QList<ScreenInfo> m_screens;
     QPointF m_pointer;

@@ -1,0 +1,314 @@
+#include "core/windows/window_manager.h"
+
+#include "platform/fake/windows/fake_desktop.h"
+
+#include "window_printers.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+
+namespace tessary {
+namespace {
+
+using Failure = WindowManager::Failure;
+
+// Desktop coordinates. The primary display is 1920 × 1080 with a 25-point bar
+// on top; the second, 1440 × 900, sits to its right, top edges aligned (as in
+// the X test session); the third repeats the second further right.
+const ScreenInfo primary{{0, 0, 1920, 1080}, {0, 0, 1920, 1055}};
+const ScreenInfo second{{1920, 180, 1440, 900}, {1920, 180, 1440, 900}};
+const ScreenInfo third{{3360, 180, 1440, 900}, {3360, 180, 1440, 900}};
+
+const RunningApp editor{812, QStringLiteral("editor"), QStringLiteral("Editor")};
+
+// Window frames below are in accessibility coordinates (top-left origin, y down).
+const Rect unsnapped{100, 100, 800, 600};
+
+class WindowManagerTest : public ::testing::Test {
+protected:
+    WindowManagerTest() { desktop.setScreens({primary, second}); }
+
+    FakeDesktop desktop;
+    WindowManager manager{desktop, desktop, desktop};
+};
+
+TEST(WindowManagerFailure, messagesAreFixed)
+{
+    EXPECT_EQ(WindowManager::errorDescription(Failure::noPermission),
+        QStringLiteral("Tessary needs Accessibility permission to move windows."));
+    EXPECT_EQ(WindowManager::errorDescription(Failure::noWindow), QStringLiteral("No window to move."));
+    EXPECT_EQ(
+        WindowManager::errorDescription(Failure::fullScreen), QStringLiteral("Full-screen windows can't be snapped."));
+    EXPECT_EQ(
+        WindowManager::errorDescription(Failure::cannotMove), QStringLiteral("This window can't be moved or resized."));
+}
+
+struct ApplyCase {
+    const char *name;
+    friend void PrintTo(const ApplyCase &c, std::ostream *os) { *os << c.name; }
+    Rect window;
+    Layout pressed;
+    double gap;
+    Rect expected;
+    Layout applied;
+};
+
+class ApplyLandsOnTarget : public WindowManagerTest, public ::testing::WithParamInterface<ApplyCase> { };
+
+TEST_P(ApplyLandsOnTarget, inTheVisibleAreaOfTheWindowsDisplay)
+{
+    const ApplyCase &c = GetParam();
+    const WindowId w = desktop.addWindow(editor, c.window);
+    manager.setGap(c.gap);
+    EXPECT_EQ(manager.apply(c.pressed, w, editor.pid), WindowManager::ApplyResult(c.applied));
+    EXPECT_EQ(desktop.windowFrame(w), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ApplyLandsOnTarget,
+    ::testing::Values(
+        // Below the primary display's bar: desktop y 0..1055 is y 25..1080 here.
+        ApplyCase{"leftHalfOnPrimary", unsnapped, Layout::leftHalf, 0, {0, 25, 960, 1055}, Layout::leftHalf},
+        ApplyCase{"leftHalfWithGap", unsnapped, Layout::leftHalf, 10, {10, 35, 945, 1035}, Layout::leftHalf},
+        ApplyCase{"rightHalfOnSecondWithGap", {2000, 100, 600, 400}, Layout::rightHalf, 10, {2645, 10, 705, 880},
+            Layout::rightHalf},
+        ApplyCase{
+            "centerOnSecondKeepsSize", {2000, 100, 600, 400}, Layout::center, 0, {2340, 250, 600, 400}, Layout::center},
+        ApplyCase{"straddlerGoesToLargerOverlapPrimary", {1700, 100, 400, 300}, Layout::maximize, 0,
+            {0, 25, 1920, 1055}, Layout::maximize},
+        ApplyCase{"straddlerGoesToLargerOverlapSecond", {1800, 100, 400, 300}, Layout::maximize, 0,
+            {1920, 0, 1440, 900}, Layout::maximize},
+        ApplyCase{"leftHalfAgainCycles", {0, 25, 960, 1055}, Layout::leftHalf, 0, {0, 25, 1280, 1055},
+            Layout::firstTwoThirds}),
+    [](const auto &p) { return std::string(p.param.name); });
+
+struct ApplyCheckCase {
+    const char *name;
+    friend void PrintTo(const ApplyCheckCase &c, std::ostream *os) { *os << c.name; }
+    bool fullScreen;
+    bool frameReadable;
+    bool displays;
+    Failure expected;
+};
+
+class ApplyOrderOfChecks : public WindowManagerTest, public ::testing::WithParamInterface<ApplyCheckCase> { };
+
+TEST_P(ApplyOrderOfChecks, reportsTheFirstUnmetConditionAndWritesNothing)
+{
+    const ApplyCheckCase &c = GetParam();
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setFullScreen(w, c.fullScreen);
+    desktop.setFrameReadable(w, c.frameReadable);
+    if (!c.displays)
+        desktop.setScreens({});
+    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.expected));
+    EXPECT_EQ(desktop.frameWrites(w), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ApplyOrderOfChecks,
+    ::testing::Values(ApplyCheckCase{"fullScreenBeforeAnythingElse", true, false, false, Failure::fullScreen},
+        ApplyCheckCase{"unreadableFrameBeforeDisplays", false, false, false, Failure::cannotMove},
+        ApplyCheckCase{"noDisplays", false, true, false, Failure::noWindow}),
+    [](const auto &p) { return std::string(p.param.name); });
+
+TEST_F(WindowManagerTest, aWindowThatRefusesTheMoveKeepsItsRecordedOriginal)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setAcceptsMoves(w, false);
+    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::cannotMove));
+
+    desktop.setAcceptsMoves(w, true);
+    EXPECT_TRUE(manager.apply(Layout::rightHalf, w, editor.pid).succeeded());
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), unsnapped);
+}
+
+TEST_F(WindowManagerTest, restoreReturnsToTheFrameBeforeTheFirstSnapOnlyOnce)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.frameWrites(w), 0);
+
+    manager.apply(Layout::leftHalf, w, editor.pid);
+    manager.apply(Layout::topHalf, w, editor.pid);
+
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), unsnapped);
+    const int writes = desktop.frameWrites(w);
+
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.frameWrites(w), writes);
+    EXPECT_EQ(desktop.windowFrame(w), unsnapped);
+}
+
+TEST_F(WindowManagerTest, restoreActsOnTheFrontWindowOnly)
+{
+    const WindowId a = desktop.addWindow(editor, unsnapped);
+    manager.apply(Layout::leftHalf, a, editor.pid);
+    const WindowId b = desktop.addWindow(editor, {50, 60, 700, 500});
+    manager.apply(Layout::rightHalf, b, editor.pid);
+    const Rect bSnapped = desktop.windowFrame(b);
+
+    desktop.activate(a);
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(a), unsnapped);
+    EXPECT_EQ(desktop.windowFrame(b), bSnapped);
+}
+
+TEST_F(WindowManagerTest, restoreWhileOwnPanelIsActiveActsOnTheLastOtherWindow)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    manager.apply(Layout::leftHalf, w, editor.pid);
+    desktop.activateOwnApp();
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), unsnapped);
+}
+
+TEST_F(WindowManagerTest, aRefusedRestoreStillForgetsTheOriginal)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    manager.apply(Layout::leftHalf, w, editor.pid);
+    const Rect snapped = desktop.windowFrame(w);
+    desktop.setAcceptsMoves(w, false);
+    desktop.setAcceptsResizes(w, false);
+    EXPECT_EQ(manager.restore(), Failure::cannotMove);
+
+    desktop.setAcceptsMoves(w, true);
+    desktop.setAcceptsResizes(w, true);
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), snapped);
+}
+
+// Operations that find the front window themselves.
+struct FrontOperation {
+    const char *name;
+    friend void PrintTo(const FrontOperation &c, std::ostream *os) { *os << c.name; }
+    std::function<std::optional<Failure>(WindowManager &)> run;
+};
+
+const FrontOperation frontOperations[] = {
+    {"restore", [](WindowManager &m) { return m.restore(); }},
+    {"nextDisplay", [](WindowManager &m) { return m.moveToDisplay(true); }},
+    {"previousDisplay", [](WindowManager &m) { return m.moveToDisplay(false); }},
+};
+
+struct FrontCheckCase {
+    const char *name;
+    friend void PrintTo(const FrontCheckCase &c, std::ostream *os) { *os << c.name; }
+    std::function<void(FakeDesktop &)> arrange;
+    Failure expected;
+};
+
+class FrontOperationChecks : public WindowManagerTest,
+                             public ::testing::WithParamInterface<std::tuple<FrontOperation, FrontCheckCase>> { };
+
+TEST_P(FrontOperationChecks, failWithTheirFixedReason)
+{
+    const auto &[operation, c] = GetParam();
+    c.arrange(desktop);
+    EXPECT_EQ(operation.run(manager), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, FrontOperationChecks,
+    ::testing::Combine(::testing::ValuesIn(frontOperations),
+        ::testing::Values(FrontCheckCase{"untrustedEvenWithoutAWindow", [](FakeDesktop &d) { d.setTrusted(false); },
+                              Failure::noPermission},
+            FrontCheckCase{"nothingInFront", [](FakeDesktop &) {}, Failure::noWindow},
+            FrontCheckCase{"onlyThisProcessIsActive", [](FakeDesktop &d) { d.activateOwnApp(); }, Failure::noWindow},
+            FrontCheckCase{"thisProcessAlsoOwnsTheMenuBar",
+                [](FakeDesktop &d) {
+                    d.addWindow(editor, unsnapped);
+                    d.activateOwnApp();
+                    d.setMenuBarOwner(d.ownApp());
+                },
+                Failure::noWindow},
+            FrontCheckCase{"frontAppHasNoWindow",
+                [](FakeDesktop &d) { d.closeWindow(d.addWindow(editor, unsnapped)); }, Failure::noWindow},
+            FrontCheckCase{"untrustedWithAWindow",
+                [](FakeDesktop &d) {
+                    d.addWindow(editor, unsnapped);
+                    d.setTrusted(false);
+                },
+                Failure::noPermission})),
+    [](const auto &p) { return std::string(std::get<0>(p.param).name) + "_" + std::get<1>(p.param).name; });
+
+TEST_F(WindowManagerTest, fullScreenIsRefusedOnApplyButCannotMoveOnADisplayMove)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setFullScreen(w, true);
+    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::fullScreen));
+    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+    EXPECT_EQ(desktop.frameWrites(w), 0);
+}
+
+TEST_F(WindowManagerTest, displayMoveOfAnUnreadableOrRefusingWindowCannotMove)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setFrameReadable(w, false);
+    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+    desktop.setFrameReadable(w, true);
+    desktop.setAcceptsMoves(w, false);
+    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+}
+
+TEST_F(WindowManagerTest, withOneDisplayDisplayMovesSucceedInPlace)
+{
+    desktop.setScreens({primary});
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    EXPECT_EQ(manager.moveToDisplay(true), std::nullopt);
+    EXPECT_EQ(manager.moveToDisplay(false), std::nullopt);
+    EXPECT_EQ(desktop.frameWrites(w), 0);
+}
+
+// The primary's visible area (1920 × 1055) and the others' (1440 × 900): the
+// window keeps its relative size and place, so it comes back exactly.
+const Rect onSecond{1995, 64, 600, 512};
+const Rect onThird{3435, 64, 600, 512};
+
+struct DisplayMoveCase {
+    const char *name;
+    friend void PrintTo(const DisplayMoveCase &c, std::ostream *os) { *os << c.name; }
+    QList<ScreenInfo> screens;
+    Rect from;
+    bool next;
+    Rect expected;
+};
+
+class DisplayMoves : public WindowManagerTest, public ::testing::WithParamInterface<DisplayMoveCase> { };
+
+TEST_P(DisplayMoves, carryTheWindowAndWrapAround)
+{
+    const DisplayMoveCase &c = GetParam();
+    desktop.setScreens(c.screens);
+    const WindowId w = desktop.addWindow(editor, c.from);
+    EXPECT_EQ(manager.moveToDisplay(c.next), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, DisplayMoves,
+    ::testing::Values(DisplayMoveCase{"twoNextFromPrimary", {primary, second}, unsnapped, true, onSecond},
+        DisplayMoveCase{"twoNextFromSecondWraps", {primary, second}, onSecond, true, unsnapped},
+        DisplayMoveCase{"twoPreviousFromPrimaryWraps", {primary, second}, unsnapped, false, onSecond},
+        DisplayMoveCase{"threeNextFromPrimary", {primary, second, third}, unsnapped, true, onSecond},
+        DisplayMoveCase{"threePreviousFromFirstGoesToThird", {primary, second, third}, unsnapped, false, onThird},
+        DisplayMoveCase{"threeNextFromThirdGoesToFirst", {primary, second, third}, onThird, true, unsnapped},
+        DisplayMoveCase{"threePreviousFromThird", {primary, second, third}, onThird, false, onSecond}),
+    [](const auto &p) { return std::string(p.param.name); });
+
+TEST_F(WindowManagerTest, displayMovesNeitherRecordNorForgetOriginals)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    manager.moveToDisplay(true);
+    const int writes = desktop.frameWrites(w);
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.frameWrites(w), writes);
+
+    manager.apply(Layout::leftHalf, w, editor.pid);
+    manager.moveToDisplay(true);
+    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), onSecond);
+}
+
+} // namespace
+} // namespace tessary
