@@ -18,7 +18,7 @@ fi
 cmake -S . -B "$build" -G Ninja "${launcher[@]}" -DCMAKE_BUILD_TYPE=Debug -DTESSARY_WERROR=ON -DTESSARY_SANITIZE=ON -DTESSARY_TEST_DISPLAY="${TESSARY_TEST_DISPLAY:-73}" >/dev/null
 cmake --build "$build" -j "$(nproc)"
 
-export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1:suppressions=$PWD/tests/support/asan.supp"
 export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir "$build" -j "$(nproc)" --output-on-failure "$@"

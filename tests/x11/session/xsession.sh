@@ -12,7 +12,10 @@ export DISPLAY=":$num"
 stop() {
   for name in openbox xvfb; do
     if [ -f "$dir/$name.pid" ]; then
-      kill "$(cat "$dir/$name.pid")" 2>/dev/null || true
+      pid=$(cat "$dir/$name.pid")
+      kill "$pid" 2>/dev/null || true
+      # A server still shutting down would answer the next start's probe.
+      for _ in $(seq 100); do kill -0 "$pid" 2>/dev/null || break; sleep 0.02; done
       rm -f "$dir/$name.pid"
     fi
   done

@@ -123,7 +123,8 @@ void TestDesktop::sendToWindowManager(xcb_window_t client, const char *type, std
     for (int i = 0; i < 5; ++i)
         event.data.data32[i] = data[size_t(i)];
     xcb_send_event(m_x11->connection(), 0, m_x11->root(),
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, reinterpret_cast<const char *>(&event));
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char *>(&event));
     xcb_flush(m_x11->connection());
 }
 

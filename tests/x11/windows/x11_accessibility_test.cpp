@@ -3,6 +3,7 @@
 #include "platform/x11/windows/x11_workspace.h"
 
 #include "core/windows/geometry.h"
+#include "foreign_window.h"
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
@@ -40,11 +41,11 @@ TEST_P(SnapEveryLayout, landsOnTheTargetOnEachMonitor)
             const auto current = accessibility.frame(client.window);
             ASSERT_TRUE(current);
             const Rect desktopFrame = Geometry::flip(*current, primaryHeight);
-            const QRect target = toRoot(
-                Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
+            const QRect target
+                = toRoot(Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
 
-            ASSERT_TRUE(accessibility.setFrame(client.window, Rect{double(target.x()), double(target.y()),
-                                                                  double(target.width()), double(target.height())}));
+            ASSERT_TRUE(accessibility.setFrame(client.window,
+                Rect{double(target.x()), double(target.y()), double(target.width()), double(target.height())}));
 
             const QRect real = desktop.managedFrame(client.window);
             EXPECT_EQ(real.topLeft(), target.topLeft());
@@ -77,6 +78,25 @@ TEST(X11Accessibility, unmaximizesBeforeMoving)
     EXPECT_EQ(desktop.managedFrame(client.window), QRect(100, 50, 700, 500));
     EXPECT_FALSE(desktop.hasState(client.window, "_NET_WM_STATE_MAXIMIZED_VERT"));
     EXPECT_FALSE(desktop.hasState(client.window, "_NET_WM_STATE_MAXIMIZED_HORZ"));
+}
+
+// A client that draws its own frame inside a shadow margin: the margin is not
+// part of the frame the user sees, so the window itself ends up that much larger.
+TEST(X11Accessibility, leavesAClientSideShadowOutOfTheFrame)
+{
+    TestDesktop desktop;
+    ForeignWindow window(QRect(300, 300, 400, 300));
+    window.setUndecorated();
+    window.setCardinals("_GTK_FRAME_EXTENTS", {12, 14, 8, 20});
+    window.map();
+    X11Accessibility accessibility(desktop.x11());
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.activeWindow() == window.id(); }));
+    ASSERT_EQ(desktop.managedFrame(window.id()), window.geometry()) << "openbox decorated it";
+
+    ASSERT_TRUE(accessibility.setFrame(window.id(), Rect{100, 50, 700, 500}));
+
+    EXPECT_EQ(window.geometry(), QRect(100 - 12, 50 - 8, 700 + 12 + 14, 500 + 8 + 20));
+    EXPECT_EQ(accessibility.frame(window.id()), (Rect{100, 50, 700, 500}));
 }
 
 TEST(X11Accessibility, reportsFullScreenFromTheWindowState)

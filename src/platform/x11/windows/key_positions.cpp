@@ -7,6 +7,7 @@ namespace {
 
 const QHash<quint32, quint32> &table()
 {
+    // clang-format off
     static const QHash<quint32, quint32> positions = {
         // arrows
         {123, 0xff51}, {124, 0xff53}, {126, 0xff52}, {125, 0xff54},
@@ -28,6 +29,7 @@ const QHash<quint32, quint32> &table()
         {122, 0xffbe}, {120, 0xffbf}, {99, 0xffc0}, {118, 0xffc1}, {96, 0xffc2}, {97, 0xffc3}, {98, 0xffc4},
         {100, 0xffc5}, {101, 0xffc6}, {109, 0xffc7}, {103, 0xffc8}, {111, 0xffc9},
     };
+    // clang-format on
     return positions;
 }
 

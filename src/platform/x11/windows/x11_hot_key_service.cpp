@@ -1,9 +1,10 @@
 #include "platform/x11/windows/x11_hot_key_service.h"
 
+#include "platform/x11/windows/x11_windows_logging.h"
+
 #include "platform/x11/windows/key_positions.h"
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 
 #include <xcb/xcb_keysyms.h>
 
@@ -11,12 +12,11 @@
 #include <cstdlib>
 #include <memory>
 
-Q_LOGGING_CATEGORY(lcX11HotKeys, "tessary.x11.hotkeys")
-
 namespace tessary {
 namespace {
 
 constexpr uint8_t badAccess = 10;
+constexpr xcb_timestamp_t repeatWindowMs = 1000;
 constexpr uint16_t coreModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1
     | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_4 | XCB_MOD_MASK_5;
 
@@ -83,7 +83,7 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
             grab.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         if (xcb_generic_error_t *error = xcb_request_check(connection, cookie)) {
             if (error->error_code != badAccess)
-                qCWarning(lcX11HotKeys) << "grabbing key" << grab.keycode << "failed with X error" << error->error_code;
+                qCWarning(lcX11Windows) << "grabbing key" << grab.keycode << "failed with X error" << error->error_code;
             std::free(error);
             ungrab(grab, i);
             xcb_flush(connection);
@@ -117,12 +117,23 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
     if (eventType != "xcb_generic_event_t")
         return false;
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    if ((event->response_type & 0x7f) != XCB_KEY_PRESS)
+    const uint8_t type = event->response_type & 0x7f;
+    if (type == XCB_KEY_RELEASE) {
+        if (static_cast<const xcb_key_release_event_t *>(message)->detail == m_heldKey)
+            m_heldKey = 0;
+        return false;
+    }
+    if (type != XCB_KEY_PRESS)
         return false;
     const auto *press = static_cast<const xcb_key_press_event_t *>(message);
     for (const Grab &grab : std::as_const(m_grabs)) {
         if (press->detail == grab.keycode && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
-            if (m_handler)
+            // A repeat follows its press within the auto-repeat delay; the
+            // bound keeps a lost release from silencing the key for good.
+            const bool repeated = m_heldKey == press->detail && press->time - m_heldSince < repeatWindowMs;
+            m_heldKey = press->detail;
+            m_heldSince = press->time;
+            if (m_handler && !repeated)
                 m_handler(grab.id);
             return true;
         }

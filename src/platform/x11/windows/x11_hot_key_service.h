@@ -14,7 +14,9 @@ namespace tessary {
 // command, once for each state of Caps Lock and Num Lock so that the locks
 // never stop a hot key. A combination some other client (or this service)
 // already holds is refused and nothing of it stays grabbed. The grabs end with
-// the object. Needs the application object; main thread only.
+// the object. Holding a hot key down fires it once (auto-repeat is ignored
+// where the server reports repeats without releases, as it does for Qt's
+// connection). Needs the application object; main thread only.
 class X11HotKeyService final : public HotKeyService, private QAbstractNativeEventFilter {
 public:
     explicit X11HotKeyService(X11Connection &x11);
@@ -49,6 +51,9 @@ private:
     X11Connection &m_x11;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
+    // The key of a hot key that is down: its auto-repeated presses do not fire.
+    xcb_keycode_t m_heldKey = 0;
+    xcb_timestamp_t m_heldSince = 0;
     quint64 m_nextReference = 1;
 };
 

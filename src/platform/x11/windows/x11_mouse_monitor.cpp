@@ -1,13 +1,12 @@
 #include "platform/x11/windows/x11_mouse_monitor.h"
 
+#include "platform/x11/windows/x11_windows_logging.h"
+
 #include <QCoreApplication>
-#include <QLoggingCategory>
 
 #include <xcb/xinput.h>
 
 #include <cstdlib>
-
-Q_LOGGING_CATEGORY(lcX11Mouse, "tessary.x11.mouse")
 
 namespace tessary {
 namespace {
@@ -47,19 +46,21 @@ bool X11MouseMonitor::selectRawButtons()
     xcb_connection_t *connection = m_x11.connection();
     const xcb_query_extension_reply_t *extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (!extension || !extension->present) {
-        qCWarning(lcX11Mouse) << "the X server has no XInput extension";
+        qCWarning(lcX11Windows) << "the X server has no XInput extension";
         return false;
     }
     m_opcode = extension->major_opcode;
-    // Qt negotiates XInput on this connection too; the server keeps the higher
-    // of the versions asked for, so this only checks that 2.2 is there.
+    // Qt negotiates XInput on this connection as well; asking again for 2.2
+    // (raw events while the window manager holds the pointer) is answered
+    // normally and tells whether the server has it.
     xcb_generic_error_t *error = nullptr;
     auto *version = xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), &error);
-    const bool recent = version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
+    const bool recent
+        = version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 2));
     std::free(version);
     std::free(error);
     if (!recent) {
-        qCWarning(lcX11Mouse) << "the X server lacks XInput 2.2";
+        qCWarning(lcX11Windows) << "the X server lacks XInput 2.2";
         return false;
     }
     struct {
@@ -67,9 +68,10 @@ bool X11MouseMonitor::selectRawButtons()
         uint32_t bits;
     } mask{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
         XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE};
-    error = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
+    error
+        = xcb_request_check(connection, xcb_input_xi_select_events_checked(connection, m_x11.root(), 1, &mask.header));
     if (error) {
-        qCWarning(lcX11Mouse) << "selecting raw button events failed with X error" << error->error_code;
+        qCWarning(lcX11Windows) << "selecting raw button events failed with X error" << error->error_code;
         std::free(error);
         return false;
     }

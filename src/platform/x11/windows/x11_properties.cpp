@@ -23,7 +23,8 @@ PropertyReply read(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t
 }
 
 template <typename T>
-std::optional<QList<T>> values32(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+std::optional<QList<T>> values32(
+    xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
 {
     const PropertyReply reply = read(connection, window, property, type);
     if (!reply || reply->type != type || reply->format != 32)
@@ -59,8 +60,8 @@ std::optional<QByteArray> bytes(xcb_connection_t *connection, xcb_window_t windo
     const PropertyReply reply = read(connection, window, property, XCB_GET_PROPERTY_TYPE_ANY);
     if (!reply || reply->type == XCB_ATOM_NONE || reply->format != 8)
         return std::nullopt;
-    return QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
-        xcb_get_property_value_length(reply.get()));
+    return QByteArray(
+        static_cast<const char *>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get()));
 }
 
 } // namespace tessary::X11Properties

@@ -33,7 +33,8 @@ QList<ScreenInfo> X11Screens::screens() const
     const QList<Strut> reserved = struts();
     QList<ScreenInfo> result;
     for (const QRect &monitor : monitors)
-        result.append({toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, reserved), monitors.first())});
+        result.append(
+            {toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, reserved), monitors.first())});
     return result;
 }
 

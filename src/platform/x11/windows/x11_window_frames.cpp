@@ -1,6 +1,7 @@
 #include "platform/x11/windows/x11_window_frames.h"
 
 #include "platform/x11/windows/x11_properties.h"
+#include "platform/x11/windows/x11_windows_logging.h"
 
 #include <xcb/xcb_icccm.h>
 
@@ -14,7 +15,10 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::microseconds pollInterval{500};
 // A frame that differs from the expected one counts as final once it has
 // stayed the same this long (the window manager constrained it its own way).
-constexpr std::chrono::milliseconds stableFor{20};
+// Window managers move the frame and resize the client in separate requests;
+// under load the gap between them was seen to exceed 20 ms.
+constexpr std::chrono::milliseconds stableFor{100};
+constexpr std::chrono::milliseconds decorationWait{100};
 
 // _NET_MOVERESIZE_WINDOW flags: NorthWest gravity, x/y/width/height present,
 // sent by a pager (so the window manager obeys rather than second-guesses).
@@ -133,7 +137,11 @@ bool X11WindowFrames::setVisibleFrame(xcb_window_t window, const QRect &target)
                 return false;
         }
     }
-    return after->visible() != before->visible();
+    if (after->visible() == before->visible()) {
+        qCDebug(lcX11Windows) << "window" << Qt::hex << window << "did not move to" << target;
+        return false;
+    }
+    return true;
 }
 
 bool X11WindowFrames::unmaximize(xcb_window_t window)
@@ -147,6 +155,10 @@ bool X11WindowFrames::unmaximize(xcb_window_t window)
     };
     if (!isMaximized())
         return true;
+    // The state and the decorations change at different moments, in either
+    // order; a window manager that decorates both alike leaves the extents
+    // as they are, hence the shorter bound on that wait.
+    const Extents maximizedDecorations = extents(window, "_NET_FRAME_EXTENTS");
     sendClientMessage(window, stateAtom, {stateRemove, vertical, horizontal, 2, 0});
     const auto start = Clock::now();
     while (isMaximized()) {
@@ -154,6 +166,8 @@ bool X11WindowFrames::unmaximize(xcb_window_t window)
             return false;
         std::this_thread::sleep_for(pollInterval);
     }
+    while (extents(window, "_NET_FRAME_EXTENTS") == maximizedDecorations && Clock::now() - start < decorationWait)
+        std::this_thread::sleep_for(pollInterval);
     return true;
 }
 
@@ -208,13 +222,15 @@ void X11WindowFrames::sendClientMessage(xcb_window_t window, xcb_atom_t type, co
     for (int i = 0; i < 5; ++i)
         event.data.data32[i] = data[i];
     xcb_send_event(m_x11.connection(), 0, m_x11.root(),
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, reinterpret_cast<const char *>(&event));
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        reinterpret_cast<const char *>(&event));
     xcb_flush(m_x11.connection());
 }
 
 bool X11WindowFrames::supports(const char *hint) const
 {
-    return X11Properties::atoms(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_SUPPORTED")).contains(m_x11.atom(hint));
+    return X11Properties::atoms(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_SUPPORTED"))
+        .contains(m_x11.atom(hint));
 }
 
 } // namespace tessary

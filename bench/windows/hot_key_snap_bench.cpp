@@ -1,0 +1,178 @@
+// Time from a hot key press to the X server reporting the snapped window's new
+// geometry: XTest key events → the X11 hot key grab → HotKeyCenter (deferred to
+// the next event loop turn) → WindowManager::apply → the window manager moves
+// the window → a second connection sees the new frame.
+//
+// Needs a running X session with a window manager, for example the test one:
+//   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench
+//   DISPLAY=:75 QT_QPA_PLATFORM=xcb build/<dir>/bench/windows/tessary_bench_hot_key_snap
+#include "core/shortcuts/hot_key_center.h"
+#include "core/windows/ax.h"
+#include "core/windows/geometry.h"
+#include "core/windows/window_manager.h"
+#include "platform/x11/windows/x11_accessibility.h"
+#include "platform/x11/windows/x11_clients.h"
+#include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_screens.h"
+#include "platform/x11/windows/x11_workspace.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QThread>
+
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+namespace tessary {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Keycodes of the US mapping the test server uses.
+constexpr xcb_keycode_t controlL = 37, altL = 64, left = 113, right = 114;
+
+// The outer frame of `client`, read over `connection` (not the one under test).
+QRect managedFrame(xcb_connection_t *connection, xcb_window_t root, xcb_window_t client)
+{
+    xcb_window_t window = client;
+    while (auto *tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr)) {
+        const xcb_window_t parent = tree->parent;
+        std::free(tree);
+        if (parent == root || parent == XCB_WINDOW_NONE)
+            break;
+        window = parent;
+    }
+    auto *geometry = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr);
+    if (!geometry)
+        return {};
+    const QRect frame(geometry->x, geometry->y, geometry->width, geometry->height);
+    std::free(geometry);
+    return frame;
+}
+
+void press(xcb_connection_t *connection, xcb_keycode_t key)
+{
+    for (const xcb_keycode_t down : {controlL, altL, key})
+        xcb_test_fake_input(connection, XCB_KEY_PRESS, down, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    for (const xcb_keycode_t up : {key, altL, controlL})
+        xcb_test_fake_input(connection, XCB_KEY_RELEASE, up, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    xcb_flush(connection);
+}
+
+void BM_HotKeyToNewGeometry(benchmark::State &state)
+{
+    X11Connection *x11 = X11Connection::instance();
+    if (!x11) {
+        state.SkipWithError("needs the xcb platform on an X session with a window manager");
+        return;
+    }
+    QProcess xlogo;
+    xlogo.start(QStringLiteral("xlogo"), {QStringLiteral("-geometry"), QStringLiteral("300x200+400+300")});
+    const X11Clients clients(*x11);
+    xcb_window_t window = XCB_WINDOW_NONE;
+    for (const auto start = Clock::now();
+         window == XCB_WINDOW_NONE && Clock::now() - start < std::chrono::seconds(10);) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        QThread::msleep(5);
+        const xcb_window_t active = clients.activeWindow();
+        if (active != XCB_WINDOW_NONE && clients.pid(active) == xlogo.processId())
+            window = active;
+    }
+    if (window == XCB_WINDOW_NONE) {
+        state.SkipWithError("xlogo did not become active");
+        return;
+    }
+
+    X11Accessibility accessibility(*x11);
+    X11Workspace workspace(*x11);
+    X11Screens screens(*x11);
+    WindowManager manager(accessibility, workspace, screens);
+    manager.setGap(8);
+    X11HotKeyService service(*x11);
+    HotKeyCenter center(service);
+    int handled = 0;
+    Clock::time_point handlerStart, handlerEnd;
+    const auto snap = [&](Layout layout) {
+        return [&, layout] {
+            handlerStart = Clock::now();
+            if (const auto front = AX::frontWindow(workspace, accessibility))
+                manager.apply(layout, front->window, front->app.pid);
+            handlerEnd = Clock::now();
+            ++handled;
+        };
+    };
+    if (!center.registerHotKey({123, KeyCombo::control | KeyCombo::option}, snap(Layout::leftHalf))
+        || !center.registerHotKey({124, KeyCombo::control | KeyCombo::option}, snap(Layout::rightHalf))) {
+        state.SkipWithError("ctrl+alt+left/right are taken");
+        return;
+    }
+    const QList<ScreenInfo> displays = screens.screens();
+    const auto expected = [&](Layout layout) {
+        const Rect r = Geometry::flip(
+            Geometry::target(layout, displays.first().visible, 8, std::nullopt), displays.first().frame.height);
+        return QRect(int(r.x), int(r.y), int(r.width), int(r.height));
+    };
+    const QRect targets[] = {expected(Layout::leftHalf), expected(Layout::rightHalf)};
+
+    xcb_connection_t *observer = xcb_connect(nullptr, nullptr);
+    xcb_connection_t *keyboard = xcb_connect(nullptr, nullptr);
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(observer)).data->root;
+    std::vector<double> millis, toHandler, inHandler;
+    int turn = 0;
+    for (auto _ : state) {
+        const int side = turn++ % 2;
+        const int before = handled;
+        const auto start = Clock::now();
+        press(keyboard, side == 0 ? left : right);
+        while (handled == before)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        while (managedFrame(observer, root, window) != targets[side]) {
+            if (Clock::now() - start > std::chrono::seconds(2)) {
+                state.SkipWithError("the window did not reach its target");
+                break;
+            }
+        }
+        const std::chrono::duration<double> elapsed = Clock::now() - start;
+        state.SetIterationTime(elapsed.count());
+        millis.push_back(elapsed.count() * 1000);
+        toHandler.push_back(std::chrono::duration<double, std::milli>(handlerStart - start).count());
+        inHandler.push_back(std::chrono::duration<double, std::milli>(handlerEnd - handlerStart).count());
+    }
+    xcb_disconnect(observer);
+    xcb_disconnect(keyboard);
+    xlogo.kill();
+    xlogo.waitForFinished();
+
+    if (millis.empty())
+        return;
+    const auto median = [](std::vector<double> values) {
+        std::sort(values.begin(), values.end());
+        return values[values.size() / 2];
+    };
+    std::sort(millis.begin(), millis.end());
+    state.counters["median_ms"] = millis[millis.size() / 2];
+    state.counters["p90_ms"] = millis[millis.size() * 9 / 10];
+    // Where the median goes: reaching the handler, then the snap itself.
+    state.counters["to_handler_ms"] = median(toHandler);
+    state.counters["apply_ms"] = median(inHandler);
+}
+BENCHMARK(BM_HotKeyToNewGeometry)->Iterations(200)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace tessary
+
+int main(int argc, char **argv)
+{
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

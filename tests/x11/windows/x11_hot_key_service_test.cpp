@@ -1,0 +1,175 @@
+#include "platform/x11/windows/x11_hot_key_service.h"
+
+#include "test_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QHash>
+
+#include <cstdlib>
+
+namespace tessary {
+namespace {
+
+constexpr quint32 controlOption = KeyCombo::control | KeyCombo::option;
+constexpr quint32 allFour = KeyCombo::control | KeyCombo::option | KeyCombo::shift | KeyCombo::command;
+
+class HotKeys : public ::testing::Test {
+protected:
+    HotKeys()
+        : service(desktop.x11())
+    {
+        service.setPressedHandler([this](quint32 id) { ++presses[id]; });
+    }
+
+    // Presses `keys` with xdotool and waits until `id` fired once more.
+    bool pressAndWait(const char *keys, quint32 id)
+    {
+        const int before = presses.value(id);
+        return desktop.xdotool({QStringLiteral("key"), QString::fromLatin1(keys)})
+            && TestDesktop::waitFor([&] { return presses.value(id) > before; });
+    }
+
+    TestDesktop desktop;
+    X11HotKeyService service;
+    QHash<quint32, int> presses;
+};
+
+struct ComboCase {
+    KeyCombo combo;
+    const char *keys;
+};
+
+TEST_F(HotKeys, aRegisteredCombinationFiresItsId)
+{
+    const ComboCase cases[] = {
+        {{123, controlOption}, "ctrl+alt+Left"},
+        {{49, controlOption}, "ctrl+alt+space"},
+        {{9, controlOption}, "ctrl+alt+v"},
+        {{111, allFour}, "ctrl+alt+shift+super+F12"},
+        {{42, KeyCombo::command}, "super+backslash"},
+        {{29, KeyCombo::control | KeyCombo::shift}, "ctrl+shift+0"},
+    };
+    quint32 id = 1;
+    for (const ComboCase &c : cases) {
+        SCOPED_TRACE(c.keys);
+        ASSERT_TRUE(service.registerHotKey(c.combo, id));
+        EXPECT_TRUE(pressAndWait(c.keys, id));
+        ++id;
+    }
+    EXPECT_EQ(presses.size(), int(std::size(cases)));
+}
+
+TEST_F(HotKeys, firesWhateverTheLocksAre)
+{
+    ASSERT_TRUE(service.registerHotKey({123, controlOption}, 7));
+    const QStringList locks[] = {{}, {QStringLiteral("Caps_Lock")}, {QStringLiteral("Num_Lock")},
+        {QStringLiteral("Caps_Lock"), QStringLiteral("Num_Lock")}};
+    for (const QStringList &lock : locks) {
+        SCOPED_TRACE(lock.join(QLatin1Char('+')).toStdString());
+        for (const QString &key : lock)
+            ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), key}));
+        EXPECT_TRUE(pressAndWait("ctrl+alt+Left", 7));
+        for (const QString &key : lock)
+            ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), key}));
+    }
+}
+
+TEST_F(HotKeys, holdingACombinationDownFiresItOnce)
+{
+    ASSERT_TRUE(service.registerHotKey({123, controlOption}, 1));
+    ASSERT_TRUE(service.registerHotKey({124, controlOption}, 2));
+    // A second press of a key that is down is an auto-repeat.
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("keydown"), QStringLiteral("ctrl+alt+Left"), QStringLiteral("keydown"),
+        QStringLiteral("Left"), QStringLiteral("keydown"), QStringLiteral("Left"), QStringLiteral("keyup"),
+        QStringLiteral("ctrl+alt+Left")}));
+    ASSERT_TRUE(pressAndWait("ctrl+alt+Right", 2));
+    EXPECT_EQ(presses.value(1), 1);
+
+    EXPECT_TRUE(pressAndWait("ctrl+alt+Left", 1));
+}
+
+TEST_F(HotKeys, refusesWhatItAlreadyHoldsAndKeysItCannotType)
+{
+    ASSERT_TRUE(service.registerHotKey({123, controlOption}, 1));
+    EXPECT_FALSE(service.registerHotKey({123, controlOption}, 2));
+    EXPECT_FALSE(service.registerHotKey({200, controlOption}, 3));
+    EXPECT_TRUE(service.registerHotKey({123, controlOption | KeyCombo::shift}, 4));
+}
+
+TEST_F(HotKeys, anUnregisteredCombinationNoLongerFiresAndCanBeRegisteredAgain)
+{
+    const auto reference = service.registerHotKey({0, controlOption}, 1);
+    ASSERT_TRUE(reference);
+    ASSERT_TRUE(service.registerHotKey({11, controlOption}, 2));
+    ASSERT_TRUE(pressAndWait("ctrl+alt+a", 1));
+
+    service.unregisterHotKey(*reference);
+    // The second combination fires after the first was pressed: had the first
+    // still been grabbed, its press would have been seen by then.
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+a")}));
+    ASSERT_TRUE(pressAndWait("ctrl+alt+b", 2));
+    EXPECT_EQ(presses.value(1), 1);
+
+    EXPECT_TRUE(service.registerHotKey({0, controlOption}, 3));
+    EXPECT_TRUE(pressAndWait("ctrl+alt+a", 3));
+}
+
+// Another X client, with a connection of its own.
+class OtherClient {
+public:
+    OtherClient()
+        : m_connection(xcb_connect(nullptr, nullptr))
+        , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
+    {
+    }
+    ~OtherClient() { xcb_disconnect(m_connection); }
+    OtherClient(const OtherClient &) = delete;
+    OtherClient &operator=(const OtherClient &) = delete;
+
+    bool grab(xcb_keycode_t keycode, uint16_t modifiers)
+    {
+        xcb_generic_error_t *error = xcb_request_check(m_connection,
+            xcb_grab_key_checked(
+                m_connection, 0, m_root, modifiers, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        std::free(error);
+        return !error;
+    }
+
+    xcb_keycode_t keycodeOfLeft() const
+    {
+        // On the test server's US mapping the Left arrow is key 113.
+        return 113;
+    }
+
+private:
+    xcb_connection_t *m_connection;
+    xcb_window_t m_root;
+};
+
+TEST_F(HotKeys, aCombinationAnotherClientHoldsIsRefusedAndLeavesNothingGrabbed)
+{
+    constexpr uint16_t ctrlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+    OtherClient holder;
+    // Only the Caps Lock variant is taken: the plain variant is grabbed first
+    // and must be given back when the next one fails.
+    ASSERT_TRUE(holder.grab(holder.keycodeOfLeft(), ctrlAlt | XCB_MOD_MASK_LOCK));
+
+    EXPECT_FALSE(service.registerHotKey({123, controlOption}, 1));
+
+    OtherClient checker;
+    EXPECT_TRUE(checker.grab(checker.keycodeOfLeft(), ctrlAlt));
+}
+
+TEST_F(HotKeys, grabsAreReleasedWithTheService)
+{
+    auto second = std::make_unique<X11HotKeyService>(desktop.x11());
+    ASSERT_TRUE(second->registerHotKey({123, controlOption}, 1));
+    OtherClient other;
+    EXPECT_FALSE(other.grab(other.keycodeOfLeft(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1));
+    second.reset();
+    EXPECT_TRUE(other.grab(other.keycodeOfLeft(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1));
+}
+
+} // namespace
+} // namespace tessary

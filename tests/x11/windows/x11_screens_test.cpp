@@ -1,0 +1,167 @@
+#include "platform/x11/windows/size_hints.h"
+#include "platform/x11/windows/strut_area.h"
+#include "platform/x11/windows/x11_screens.h"
+
+#include "foreign_window.h"
+#include "test_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace tessary {
+
+void PrintTo(const Rect &r, std::ostream *os)
+{
+    *os << "(" << r.x << ", " << r.y << ", " << r.width << ", " << r.height << ")";
+}
+
+namespace {
+
+// The test session: LEFT 1920×1080 (primary) and RIGHT 1440×900 to its right,
+// tops aligned, on a 3360×1080 root.
+const QSize root(3360, 1080);
+const QRect left(0, 0, 1920, 1080);
+const QRect right(1920, 0, 1440, 900);
+
+struct StrutCase {
+    const char *name;
+    QList<Strut> struts;
+    QRect leftUsable;
+    QRect rightUsable;
+};
+
+Strut bottomPanel(quint32 thickness, quint32 fromX, quint32 toX)
+{
+    Strut s;
+    s.bottom = thickness;
+    s.bottomStartX = fromX;
+    s.bottomEndX = toX;
+    return s;
+}
+
+Strut leftDock(quint32 edge, quint32 fromY, quint32 toY)
+{
+    Strut s;
+    s.left = edge;
+    s.leftStartY = fromY;
+    s.leftEndY = toY;
+    return s;
+}
+
+void PrintTo(const StrutCase &c, std::ostream *os) { *os << c.name; }
+
+class StrutAreas : public ::testing::TestWithParam<StrutCase> { };
+
+TEST_P(StrutAreas, shrinkOnlyTheMonitorTheyReserveSpaceOn)
+{
+    const StrutCase &c = GetParam();
+    EXPECT_EQ(usableArea(left, root, c.struts), c.leftUsable);
+    EXPECT_EQ(usableArea(right, root, c.struts), c.rightUsable);
+}
+
+Strut topBarAcrossBoth()
+{
+    Strut s;
+    s.top = 25;
+    s.topEndX = 3359;
+    return s;
+}
+
+Strut rightEdgeDock()
+{
+    Strut s;
+    s.right = 50;
+    s.rightEndY = 899;
+    return s;
+}
+
+INSTANTIATE_TEST_SUITE_P(TwoMonitors, StrutAreas,
+    ::testing::Values(StrutCase{"none", {}, left, right},
+        StrutCase{"bottomOfLeft", {bottomPanel(30, 0, 1919)}, QRect(0, 0, 1920, 1050), right},
+        // Measured from the root's bottom edge, which lies 180 below RIGHT.
+        StrutCase{"bottomOfRight", {bottomPanel(210, 1920, 3359)}, left, QRect(1920, 0, 1440, 870)},
+        StrutCase{"topAcrossBoth", {topBarAcrossBoth()}, QRect(0, 25, 1920, 1055), QRect(1920, 25, 1440, 875)},
+        // A dock at RIGHT's left edge reaches across LEFT but does not shrink it.
+        StrutCase{"innerEdgeOfRight", {leftDock(1960, 0, 899)}, left, QRect(1960, 0, 1400, 900)},
+        StrutCase{"rightEdgeOfRight", {rightEdgeDock()}, left, QRect(1920, 0, 1390, 900)},
+        StrutCase{"fullBottomEdge", {*Strut::fromFull({0, 0, 0, 30}, root)}, QRect(0, 0, 1920, 1050), right},
+        StrutCase{"twoPanels", {bottomPanel(30, 0, 1919), leftDock(48, 0, 1079)}, QRect(48, 0, 1872, 1050), right},
+        StrutCase{"outsideTheSpan", {bottomPanel(30, 2000, 2100)}, left, right}),
+    [](const auto &test) { return std::string(test.param.name); });
+
+struct HintsCase {
+    const char *name;
+    SizeHints hints;
+    QSize requested;
+    QSize expected;
+};
+
+void PrintTo(const HintsCase &c, std::ostream *os) { *os << c.name; }
+
+class SizeConstraints : public ::testing::TestWithParam<HintsCase> { };
+
+TEST_P(SizeConstraints, giveTheSizeTheWindowManagerWill)
+{
+    EXPECT_EQ(GetParam().hints.constrain(GetParam().requested), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Icccm, SizeConstraints,
+    ::testing::Values(HintsCase{"none", {}, {953, 1047}, {953, 1047}},
+        // xterm: 6 × 13 cells above a base of 4 × 4 (min = base).
+        HintsCase{"cells", {{10, 17}, {}, {4, 4}, {6, 13}}, {953, 1047}, {952, 1044}},
+        HintsCase{"exactCells", {{10, 17}, {}, {4, 4}, {6, 13}}, {484, 316}, {484, 316}},
+        HintsCase{"cellsFromMinimumWithoutBase", {{10, 20}, {}, {}, {6, 13}}, {103, 100}, {100, 98}},
+        HintsCase{"belowMinimum", {{200, 150}, {}, {}, {}}, {100, 100}, {200, 150}},
+        HintsCase{"aboveMaximum", {{}, {640, 480}, {}, {}}, {953, 1047}, {640, 480}}),
+    [](const auto &test) { return std::string(test.param.name); });
+
+TEST(X11Screens, listsBothMonitorsPrimaryFirstInDesktopCoordinates)
+{
+    TestDesktop desktop;
+    const QList<ScreenInfo> screens = X11Screens(desktop.x11()).screens();
+    ASSERT_EQ(screens.size(), 2);
+    EXPECT_EQ(screens[0].frame, (Rect{0, 0, 1920, 1080}));
+    EXPECT_EQ(screens[0].visible, screens[0].frame);
+    // RIGHT's top is level with LEFT's: 900 tall, it starts 180 above the bottom.
+    EXPECT_EQ(screens[1].frame, (Rect{1920, 180, 1440, 900}));
+    EXPECT_EQ(screens[1].visible, screens[1].frame);
+}
+
+TEST(X11Screens, aPanelOnOneMonitorShrinksOnlyThatMonitor)
+{
+    TestDesktop desktop;
+    X11Screens x11Screens(desktop.x11());
+    // 30 pixels along RIGHT's bottom edge (root y 870–899).
+    ForeignWindow panel(QRect(1920, 870, 1440, 30));
+    panel.setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+    panel.setCardinals("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 210, 0, 0, 0, 0, 0, 0, 1920, 3359});
+    panel.map();
+    ASSERT_TRUE(TestDesktop::waitFor(
+        [&] { return x11Screens.screens().value(1).visible != x11Screens.screens().value(1).frame; }));
+
+    const QList<ScreenInfo> screens = x11Screens.screens();
+    EXPECT_EQ(screens[0].visible, (Rect{0, 0, 1920, 1080}));
+    EXPECT_EQ(screens[1].visible, (Rect{1920, 210, 1440, 870}));
+}
+
+struct PointerCase {
+    int rootX, rootY;
+    QPointF expected;
+};
+
+TEST(X11Screens, pointerLocationIsInDesktopCoordinates)
+{
+    TestDesktop desktop;
+    X11Screens screens(desktop.x11());
+    const PointerCase cases[]
+        = {{100, 200, {100, 880}}, {0, 0, {0, 1080}}, {1919, 1079, {1919, 1}}, {2000, 50, {2000, 1030}}};
+    for (const PointerCase &c : cases) {
+        SCOPED_TRACE(std::to_string(c.rootX) + "," + std::to_string(c.rootY));
+        ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), QString::number(c.rootX), QString::number(c.rootY)}));
+        EXPECT_EQ(screens.pointerLocation(), c.expected);
+    }
+}
+
+} // namespace
+} // namespace tessary

@@ -1,0 +1,170 @@
+// The core window logic over the X11 backends, against real clients.
+#include "core/shortcuts/hot_key_center.h"
+#include "core/windows/ax.h"
+#include "core/windows/drag_snapper.h"
+#include "core/windows/geometry.h"
+#include "core/windows/window_manager.h"
+#include "platform/x11/windows/x11_accessibility.h"
+#include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_mouse_monitor.h"
+#include "platform/x11/windows/x11_screens.h"
+#include "platform/x11/windows/x11_workspace.h"
+
+#include "test_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include <vector>
+
+namespace tessary {
+namespace {
+
+constexpr double gap = 8;
+
+class WindowManagerOnX11 : public ::testing::Test {
+protected:
+    WindowManagerOnX11()
+        : accessibility(desktop.x11())
+        , workspace(desktop.x11())
+        , screens(desktop.x11())
+        , manager(accessibility, workspace, screens)
+    {
+        manager.setGap(gap);
+    }
+
+    TestDesktop::Client launch(const char *program, const char *geometry)
+    {
+        return desktop.launch(
+            QString::fromLatin1(program), {QStringLiteral("-geometry"), QString::fromLatin1(geometry)});
+    }
+
+    // Where `layout` puts a window on display `index`, in root coordinates.
+    QRect target(Layout layout, qsizetype index) const
+    {
+        const QList<ScreenInfo> all = screens.screens();
+        const Rect r = Geometry::flip(
+            Geometry::target(layout, all.at(index).visible, gap, std::nullopt), all.first().frame.height);
+        return QRect(int(r.x), int(r.y), int(r.width), int(r.height));
+    }
+
+    WindowManager::ApplyResult apply(Layout layout, const TestDesktop::Client &client)
+    {
+        return manager.apply(layout, client.window, client.pid);
+    }
+
+    TestDesktop desktop;
+    X11Accessibility accessibility;
+    X11Workspace workspace;
+    X11Screens screens;
+    WindowManager manager;
+};
+
+TEST_F(WindowManagerOnX11, aRepeatedLeftHalfCyclesThroughTwoThirdsAndOneThird)
+{
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    const Layout expected[] = {Layout::leftHalf, Layout::firstTwoThirds, Layout::firstThird, Layout::leftHalf};
+    for (const Layout layout : expected) {
+        SCOPED_TRACE(rawValue(layout).toStdString());
+        EXPECT_EQ(apply(Layout::leftHalf, xlogo), WindowManager::ApplyResult(layout));
+        EXPECT_EQ(desktop.managedFrame(xlogo.window), target(layout, 0));
+    }
+}
+
+TEST_F(WindowManagerOnX11, nextDisplayCarriesTheWindowAcrossAndBack)
+{
+    const TestDesktop::Client xterm = launch("xterm", "80x24+300+200");
+    ASSERT_NE(xterm.window, XCB_WINDOW_NONE);
+    const QRect start = desktop.managedFrame(xterm.window);
+    ASSERT_EQ(start.topLeft(), QPoint(300, 200));
+
+    // Relative place and size are kept: 300 of 1920 is 225 of 1440, 200 of
+    // 1080 is 166.7 of 900; and back again, short of a rounding.
+    const struct {
+        bool next;
+        QPoint topLeft;
+    } steps[] = {{true, {1920 + 225, 167}}, {true, {300, 200}}, {false, {1920 + 225, 167}}};
+    for (const auto &step : steps) {
+        EXPECT_FALSE(manager.moveToDisplay(step.next));
+        const QRect now = desktop.managedFrame(xterm.window);
+        EXPECT_EQ(now.x(), step.topLeft.x());
+        EXPECT_NEAR(now.y(), step.topLeft.y(), 1);
+    }
+}
+
+TEST_F(WindowManagerOnX11, restoreBringsBackTheFrameBeforeTheFirstSnap)
+{
+    const TestDesktop::Client xterm = launch("xterm", "80x24+300+200");
+    ASSERT_NE(xterm.window, XCB_WINDOW_NONE);
+    const QRect first = desktop.managedFrame(xterm.window);
+
+    ASSERT_TRUE(apply(Layout::rightHalf, xterm).succeeded());
+    ASSERT_TRUE(apply(Layout::maximize, xterm).succeeded());
+    ASSERT_NE(desktop.managedFrame(xterm.window), first);
+
+    EXPECT_FALSE(manager.restore());
+    EXPECT_EQ(desktop.managedFrame(xterm.window), first);
+    EXPECT_FALSE(manager.restore());
+    EXPECT_EQ(desktop.managedFrame(xterm.window), first);
+}
+
+TEST_F(WindowManagerOnX11, aFullScreenWindowIsRefused)
+{
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    desktop.changeState(xlogo.window, true, "_NET_WM_STATE_FULLSCREEN");
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return accessibility.isFullScreen(xlogo.window); }));
+    EXPECT_EQ(apply(Layout::leftHalf, xlogo), WindowManager::ApplyResult(WindowManager::Failure::fullScreen));
+}
+
+TEST_F(WindowManagerOnX11, aHotKeyPressSnapsTheFrontWindow)
+{
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    X11HotKeyService service(desktop.x11());
+    HotKeyCenter center(service);
+    const auto id = center.registerHotKey({124, KeyCombo::control | KeyCombo::option}, [this] {
+        if (const auto front = AX::frontWindow(workspace, accessibility))
+            manager.apply(Layout::rightHalf, front->window, front->app.pid);
+    });
+    ASSERT_EQ(id, 1u);
+
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+Right")}));
+    EXPECT_TRUE(
+        TestDesktop::waitFor([&] { return desktop.managedFrame(xlogo.window) == target(Layout::rightHalf, 0); }));
+}
+
+TEST_F(WindowManagerOnX11, draggingATitleBarToTheLeftEdgeSnapsToTheLeftHalf)
+{
+    const TestDesktop::Client xterm = launch("xterm", "80x24+700+300");
+    ASSERT_NE(xterm.window, XCB_WINDOW_NONE);
+    X11MouseMonitor mouse(desktop.x11());
+    DragSnapper snapper(manager, accessibility, workspace, screens, mouse);
+    snapper.start();
+    const QRect before = desktop.managedFrame(xterm.window);
+    const QPoint titleBar = before.topLeft() + QPoint(60, 8);
+    const auto arg = [](int value) { return QString::number(value); };
+
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), arg(titleBar.x()), arg(titleBar.y()),
+        QStringLiteral("mousedown"), QStringLiteral("1")}));
+    // The snapper reads the window under the hand a moment after the press.
+    QTest::qWait(int(DragSnapper::captureDelay.count()) * 3);
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), arg(titleBar.x() - 200), arg(titleBar.y() + 100)}));
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), QStringLiteral("3"), QStringLiteral("540")}));
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.managedFrame(xterm.window).x() < before.x() - 300; }));
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("mouseup"), QStringLiteral("1")}));
+
+    const QRect leftHalf = target(Layout::leftHalf, 0);
+    const QSize cell = desktop.sizeIncrement(xterm.window);
+    EXPECT_TRUE(TestDesktop::waitFor([&] {
+        const QRect now = desktop.managedFrame(xterm.window);
+        return now.topLeft() == leftHalf.topLeft() && leftHalf.width() - now.width() < cell.width()
+            && leftHalf.height() - now.height() < cell.height();
+    })) << "frame "
+        << desktop.managedFrame(xterm.window).x() << "," << desktop.managedFrame(xterm.window).y();
+}
+
+} // namespace
+} // namespace tessary
