@@ -3,6 +3,7 @@
 #include "core/json/strict_json.h"
 
 #include <QJsonArray>
+#include <QLocale>
 #include <QTextBoundaryFinder>
 
 namespace tessary {
@@ -106,6 +107,92 @@ bool readOptional(const QJsonObject &object, const char *name, Read read, std::o
     return out.has_value();
 }
 
+const char *escapeFor(unsigned char c)
+{
+    switch (c) {
+    case '"':
+        return "\\\"";
+    case '\\':
+        return "\\\\";
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default:
+        return c < 0x20 ? "" : nullptr;
+    }
+}
+
+void appendJsonString(QByteArray &out, const QString &text)
+{
+    static constexpr char hex[] = "0123456789abcdef";
+    const QByteArray utf8 = text.toUtf8();
+    out += '"';
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < utf8.size(); ++i) {
+        const auto c = static_cast<unsigned char>(utf8[i]);
+        const char *escape = escapeFor(c);
+        if (!escape)
+            continue;
+        out.append(utf8.constData() + run, i - run);
+        run = i + 1;
+        if (*escape) {
+            out += escape;
+        } else {
+            const char control[] = {'\\', 'u', '0', '0', hex[c >> 4], hex[c & 0xf]};
+            out.append(control, sizeof control);
+        }
+    }
+    out.append(utf8.constData() + run, utf8.size() - run);
+    out += '"';
+}
+
+void appendMember(QByteArray &out, const char *name, const QString &value)
+{
+    out += ",\"";
+    out += name;
+    out += "\":";
+    appendJsonString(out, value);
+}
+
+// Written by hand: the history is rewritten on every copy, and building
+// QJsonObjects for a long history costs several times more.
+void appendJson(QByteArray &out, const ClipItem &item)
+{
+    out += "{\"id\":\"";
+    out += item.id.toByteArray(QUuid::WithoutBraces).toUpper();
+    out += "\",\"kind\":\"";
+    out += rawValue(item.kind).toLatin1();
+    out += '"';
+    if (item.text)
+        appendMember(out, "text", *item.text);
+    if (item.imageFile)
+        appendMember(out, "imageFile", *item.imageFile);
+    if (item.files) {
+        out += ",\"files\":[";
+        for (qsizetype i = 0; i < item.files->size(); ++i) {
+            if (i > 0)
+                out += ',';
+            appendJsonString(out, item.files->at(i));
+        }
+        out += ']';
+    }
+    out += ",\"date\":";
+    out += QByteArray::number(StrictJson::secondsSinceReferenceDate(item.date), 'g', QLocale::FloatingPointShortest);
+    out += ",\"pinned\":";
+    out += item.pinned ? "true" : "false";
+    if (item.sourceApp)
+        appendMember(out, "sourceApp", *item.sourceApp);
+    appendMember(out, "hash", item.hash);
+    out += ",\"pixelWidth\":";
+    out += QByteArray::number(item.pixelWidth);
+    out += ",\"pixelHeight\":";
+    out += QByteArray::number(item.pixelHeight);
+    out += '}';
+}
+
 } // namespace
 
 QString rawValue(ClipItem::Kind kind)
@@ -145,26 +232,11 @@ QString ClipItem::title() const
     return {};
 }
 
-QJsonObject ClipItem::toJson() const
+QByteArray ClipItem::toJson() const
 {
-    QJsonObject object{
-        {QLatin1String("id"), StrictJson::uuidText(id)},
-        {QLatin1String("kind"), rawValue(kind)},
-        {QLatin1String("date"), StrictJson::secondsSinceReferenceDate(date)},
-        {QLatin1String("pinned"), pinned},
-        {QLatin1String("hash"), hash},
-        {QLatin1String("pixelWidth"), pixelWidth},
-        {QLatin1String("pixelHeight"), pixelHeight},
-    };
-    if (text)
-        object.insert(QLatin1String("text"), *text);
-    if (imageFile)
-        object.insert(QLatin1String("imageFile"), *imageFile);
-    if (files)
-        object.insert(QLatin1String("files"), QJsonArray::fromStringList(*files));
-    if (sourceApp)
-        object.insert(QLatin1String("sourceApp"), *sourceApp);
-    return object;
+    QByteArray json;
+    appendJson(json, *this);
+    return json;
 }
 
 std::optional<ClipItem> ClipItem::fromJson(const QJsonObject &object)
@@ -198,10 +270,16 @@ std::optional<ClipItem> ClipItem::fromJson(const QJsonObject &object)
 
 QByteArray ClipItem::listToJson(const QList<ClipItem> &items)
 {
-    QJsonArray array;
-    for (const ClipItem &item : items)
-        array.append(item.toJson());
-    return StrictJson::compact(array);
+    QByteArray json;
+    json.reserve(items.size() * 320);
+    json += '[';
+    for (const ClipItem &item : items) {
+        if (json.size() > 1)
+            json += ',';
+        appendJson(json, item);
+    }
+    json += ']';
+    return json;
 }
 
 std::optional<QList<ClipItem>> ClipItem::listFromJson(const QByteArray &json)

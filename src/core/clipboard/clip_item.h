@@ -40,7 +40,8 @@ struct ClipItem {
     // "Image W×H", or the file names ("a, b and 2 more").
     QString title() const;
 
-    QJsonObject toJson() const;
+    // Compact JSON object; absent optionals are left out.
+    QByteArray toJson() const;
     // None when a required member is missing or mistyped, the id is not a
     // UUID or the kind is unknown. Null optionals count as absent.
     static std::optional<ClipItem> fromJson(const QJsonObject &object);

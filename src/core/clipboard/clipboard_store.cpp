@@ -26,18 +26,25 @@ bool isBlank(const QString &text)
     return true;
 }
 
-QString searchText(const ClipItem &item)
+// Every term occurs in the entry's search text, ignoring case. Text entries
+// are matched in place: lower-casing a long history on every keystroke costs
+// more than the whole search may take.
+bool matchesAll(const ClipItem &item, const QStringList &terms)
 {
+    const auto containsAll = [&](QStringView text) {
+        return std::all_of(terms.cbegin(), terms.cend(),
+            [&](const QString &term) { return text.contains(term, Qt::CaseInsensitive); });
+    };
     switch (item.kind) {
     case ClipItem::Kind::text:
-        return item.text.value_or(QString());
+        return containsAll(item.text ? QStringView(*item.text) : QStringView());
     case ClipItem::Kind::image:
-        return QStringLiteral("image screenshot picture ") + item.sourceApp.value_or(QString());
+        return containsAll(QString(QStringLiteral("image screenshot picture ") + item.sourceApp.value_or(QString())));
     case ClipItem::Kind::files:
-        return item.files.value_or(QStringList()).join(u' ');
+        return containsAll(item.files.value_or(QStringList()).join(u' '));
     }
     Q_UNREACHABLE();
-    return {};
+    return false;
 }
 
 } // namespace
@@ -179,9 +186,10 @@ std::optional<ClipboardStore::Candidate> ClipboardStore::imageCandidate()
     const QString digest = hash(QStringLiteral("image"), image->png);
     const QString name = digest.first(imageNameLength) + QStringLiteral(".png");
     const QString path = imagesDirectory() + u'/' + name;
-    // The name is the content: a file already there holds these bytes.
-    if (!QFile::exists(path) && !DataDirectory::writePrivateFile(path, image->png))
-        qCWarning(lcClipboard) << "cannot write" << path;
+    // The name is the content: a file that an entry uses holds these bytes.
+    // An unused one may have its removal queued, so it is written again.
+    if (!isImageInUse(name) || !QFile::exists(path))
+        m_files.write(path, image->png);
     return Candidate{.kind = ClipItem::Kind::image,
         .hash = digest,
         .imageFile = name,
@@ -217,8 +225,8 @@ void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceAp
         m_items.prepend(std::move(item));
     }
     enforceLimits();
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::enforceLimits()
@@ -250,12 +258,14 @@ void ClipboardStore::removeWhere(const std::function<bool(const ClipItem &)> &pr
 
 void ClipboardStore::deleteImageIfUnused(const ClipItem &item)
 {
-    if (!item.imageFile)
-        return;
-    const bool used = std::any_of(
-        m_items.cbegin(), m_items.cend(), [&](const ClipItem &other) { return other.imageFile == item.imageFile; });
-    if (!used)
-        QFile::remove(imagesDirectory() + u'/' + *item.imageFile);
+    if (item.imageFile && !isImageInUse(*item.imageFile))
+        m_files.remove(imagesDirectory() + u'/' + *item.imageFile);
+}
+
+bool ClipboardStore::isImageInUse(const QString &imageFile) const
+{
+    return std::any_of(
+        m_items.cbegin(), m_items.cend(), [&](const ClipItem &item) { return item.imageFile == imageFile; });
 }
 
 void ClipboardStore::togglePin(const ClipItem &item)
@@ -265,8 +275,8 @@ void ClipboardStore::togglePin(const ClipItem &item)
         return;
     Q_EMIT itemsAboutToChange();
     m_items[index].pinned = !m_items[index].pinned;
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::remove(const ClipItem &item)
@@ -274,16 +284,16 @@ void ClipboardStore::remove(const ClipItem &item)
     Q_EMIT itemsAboutToChange();
     m_items.removeIf([&](const ClipItem &stored) { return stored.id == item.id; });
     deleteImageIfUnused(item);
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 void ClipboardStore::clear(bool keepPinned)
 {
     Q_EMIT itemsAboutToChange();
     removeWhere([&](const ClipItem &item) { return !keepPinned || !item.pinned; });
-    save();
     Q_EMIT itemsChanged();
+    save();
 }
 
 QList<ClipItem> ClipboardStore::search(const QString &query) const
@@ -292,10 +302,7 @@ QList<ClipItem> ClipboardStore::search(const QString &query) const
     QList<ClipItem> pinned;
     QList<ClipItem> unpinned;
     for (const ClipItem &item : m_items) {
-        const QString text = searchText(item).toLower();
-        const bool matches
-            = std::all_of(terms.cbegin(), terms.cend(), [&](const QString &term) { return text.contains(term); });
-        if (matches)
+        if (matchesAll(item, terms))
             (item.pinned ? pinned : unpinned).append(item);
     }
     return pinned + unpinned;
@@ -310,6 +317,8 @@ void ClipboardStore::copy(const ClipItem &item, bool plainTextOnly)
         break;
     case ClipItem::Kind::image:
         if (item.imageFile) {
+            // A picture recorded a moment ago may still be on its way to the disk.
+            m_files.waitForIdle();
             QFile file(imagesDirectory() + u'/' + *item.imageFile);
             if (file.open(QIODevice::ReadOnly))
                 m_pasteboard.writeImage(file.readAll());
@@ -359,10 +368,8 @@ void ClipboardStore::load()
     m_items = std::move(*decoded);
 }
 
-void ClipboardStore::save() const
-{
-    if (!DataDirectory::writePrivateFile(historyFilePath(), ClipItem::listToJson(m_items)))
-        qCWarning(lcClipboard) << "cannot write" << historyFilePath();
-}
+void ClipboardStore::save() { m_files.write(historyFilePath(), ClipItem::listToJson(m_items)); }
+
+void ClipboardStore::waitForSaved() { m_files.waitForIdle(); }
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/clipboard/background_file_writer.h"
 #include "core/clipboard/clip_item.h"
 
 #include <QObject>
@@ -89,11 +90,17 @@ public:
     // when `plainTextOnly`. An image whose file cannot be read leaves the pasteboard empty.
     void copy(const ClipItem &item, bool plainTextOnly);
 
+    // Files are written in the background; this returns once the history
+    // file and the images on disk match `items`.
+    void waitForSaved();
+
     // SHA-256 of the kind word's UTF-8 bytes followed by `content`, as 64 lower-case hex digits.
     static QString hash(const QString &kindWord, const QByteArray &content);
     static QString hash(const QString &kindWord, const QString &text);
 
 Q_SIGNALS:
+    // Around every change of `items`; observers hear of it before the file
+    // is rewritten, which waits for the disk.
     void itemsAboutToChange();
     void itemsChanged();
     void pausedChanged(bool paused);
@@ -108,8 +115,9 @@ private:
     void enforceLimits();
     void removeWhere(const std::function<bool(const ClipItem &)> &predicate);
     void deleteImageIfUnused(const ClipItem &item);
+    bool isImageInUse(const QString &imageFile) const;
     void load();
-    void save() const;
+    void save();
 
     QString m_directory;
     Pasteboard &m_pasteboard;
@@ -118,6 +126,7 @@ private:
     qint64 m_lastChange = 0;
     qint64 m_ignoreChange = -1;
     QTimer m_timer;
+    BackgroundFileWriter m_files;
 };
 
 } // namespace tessary

@@ -67,6 +67,7 @@ protected:
 
     ClipboardStore &open()
     {
+        m_store.reset();
         m_store = std::make_unique<ClipboardStore>(dir(), m_pasteboard);
         m_store->retentionDays = 0;
         m_store->frontAppProvider = [this] { return m_frontApp; };
@@ -84,8 +85,10 @@ protected:
         m_pasteboard.setContent(std::move(content));
         m_store->poll();
     }
+    // Seeding files closes the store first, so that none of its writes land afterwards.
     void writeHistory(const QList<ClipItem> &items)
     {
+        m_store.reset();
         QDir().mkpath(dir() + QStringLiteral("/images"));
         QFile file(historyPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -93,13 +96,25 @@ protected:
     }
     void writeImageFile(const QString &name)
     {
+        m_store.reset();
         QDir().mkpath(dir() + QStringLiteral("/images"));
         QFile file(imagePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("png");
     }
-    QByteArray historyFile() const
+    void flush()
     {
+        if (m_store)
+            m_store->waitForSaved();
+    }
+    bool imageExists(const QString &name)
+    {
+        flush();
+        return QFile::exists(imagePath(name));
+    }
+    QByteArray historyFile()
+    {
+        flush();
         QFile file(historyPath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
@@ -171,6 +186,7 @@ TEST_F(ClipboardStoreTest, copiesMarkedByPasswordManagersOrTransientAreNeverReco
         copyText(QStringLiteral("secret ") + type, {type});
     EXPECT_TRUE(store().items().isEmpty());
     EXPECT_EQ(m_pasteboard.contentReads(), 0);
+    flush();
     EXPECT_FALSE(QFile::exists(historyPath()));
 }
 
@@ -211,18 +227,6 @@ TEST_F(ClipboardStoreTest, blockedCopiesAreConsumedAndNeverRecordedLater)
         EXPECT_EQ(texts(store().items()), QStringList{QStringLiteral("after")}) << gate.name;
     }
     EXPECT_EQ(m_pasteboard.contentReads(), 2) << "blocked copies are never read";
-}
-
-TEST_F(ClipboardStoreTest, pausingIsAnnouncedOnlyWhenItChanges)
-{
-    open();
-    QSignalSpy spy(&store(), &ClipboardStore::pausedChanged);
-    store().setPaused(true);
-    store().setPaused(true);
-    store().setPaused(false);
-    ASSERT_EQ(spy.size(), 2);
-    EXPECT_EQ(spy.at(0).at(0).toBool(), true);
-    EXPECT_EQ(spy.at(1).at(0).toBool(), false);
 }
 
 TEST_F(ClipboardStoreTest, filesComeBeforeTextAndTextBeforeImage)
@@ -267,6 +271,7 @@ TEST_F(ClipboardStoreTest, oversizedCopiesAreSkippedWithoutFallingBack)
         copy(c.content);
         EXPECT_EQ(store().items().size(), before + (c.recorded ? 1 : 0)) << c.name;
     }
+    flush();
     EXPECT_EQ(QDir(dir() + QStringLiteral("/images")).entryList(QDir::Files).size(), 1);
 }
 
@@ -283,6 +288,7 @@ TEST_F(ClipboardStoreTest, anImageIsStoredPrivatelyUnderItsHashAndSurvivesAResta
     EXPECT_EQ(item.imageFile, digest.left(24) + QStringLiteral(".png"));
     EXPECT_EQ(item.pixelWidth, 640);
     EXPECT_EQ(item.pixelHeight, 480);
+    flush();
     QFile png(imagePath(*item.imageFile));
     ASSERT_TRUE(png.open(QIODevice::ReadOnly));
     EXPECT_EQ(png.readAll(), QByteArray("picture bytes"));
@@ -360,9 +366,13 @@ TEST_F(ClipboardStoreTest, imageFilesAreDeletedOnlyWhenNoEntryUsesThemAnyMore)
     store().maxItems = 1;
     copy({.image = picture("first")});
     const QString first = *store().items().first().imageFile;
-    ASSERT_TRUE(QFile::exists(imagePath(first)));
+    ASSERT_TRUE(imageExists(first));
     copyText(QStringLiteral("pushes the image out"));
-    EXPECT_FALSE(QFile::exists(imagePath(first))) << "dropped by the cap";
+    EXPECT_FALSE(imageExists(first)) << "dropped by the cap";
+    copy({.image = picture("first")});
+    copyText(QStringLiteral("pushes it out again"));
+    copy({.image = picture("first")});
+    EXPECT_TRUE(imageExists(first)) << "copied again right after its removal";
 
     const ClipItem a = storedImage(QStringLiteral("shared.png"));
     const ClipItem b = storedImage(QStringLiteral("shared.png"));
@@ -374,14 +384,14 @@ TEST_F(ClipboardStoreTest, imageFilesAreDeletedOnlyWhenNoEntryUsesThemAnyMore)
     writeHistory({a, b, pinned});
     open();
     store().remove(a);
-    EXPECT_TRUE(QFile::exists(imagePath(QStringLiteral("shared.png"))));
+    EXPECT_TRUE(imageExists(QStringLiteral("shared.png")));
     store().remove(b);
-    EXPECT_FALSE(QFile::exists(imagePath(QStringLiteral("shared.png"))));
+    EXPECT_FALSE(imageExists(QStringLiteral("shared.png")));
     store().clear(true);
-    EXPECT_TRUE(QFile::exists(imagePath(QStringLiteral("pinned.png"))));
+    EXPECT_TRUE(imageExists(QStringLiteral("pinned.png")));
     store().clear(false);
-    EXPECT_FALSE(QFile::exists(imagePath(QStringLiteral("pinned.png"))));
-    EXPECT_TRUE(QFile::exists(imagePath(QStringLiteral("never-named.png"))));
+    EXPECT_FALSE(imageExists(QStringLiteral("pinned.png")));
+    EXPECT_TRUE(imageExists(QStringLiteral("never-named.png")));
 }
 
 TEST_F(ClipboardStoreTest, loadingDropsImageEntriesWhoseFileIsGone)
@@ -407,6 +417,7 @@ TEST_F(ClipboardStoreTest, anUnreadableHistoryStartsEmptyAndIsOverwrittenByTheNe
     missingPinned.replace(",\"pinned\":false", "");
     const QByteArray corrupt[] = {"", "not json", "{\"id\":1}", good.left(good.size() - 3), missingPinned};
     for (const QByteArray &bytes : corrupt) {
+        m_store.reset();
         QDir().mkpath(dir());
         QFile file(historyPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -424,15 +435,17 @@ TEST_F(ClipboardStoreTest, anUnreadableHistoryStartsEmptyAndIsOverwrittenByTheNe
 TEST_F(ClipboardStoreTest, togglePinNeedsAnEntryEqualInEveryField)
 {
     open();
+    m_frontApp = QStringLiteral("first.app");
     copyText(QStringLiteral("a"));
-    ClipItem stale = store().items().first();
+    const ClipItem stale = store().items().first();
     copyText(QStringLiteral("b"));
+    m_frontApp = QStringLiteral("second.app");
     copyText(QStringLiteral("a"));
     const QByteArray saved = historyFile();
     QSignalSpy changed(&store(), &ClipboardStore::itemsChanged);
 
     store().togglePin(stale);
-    EXPECT_FALSE(store().items().first().pinned) << "the date moved on since";
+    EXPECT_FALSE(store().items().first().pinned) << "copied again since, from another application";
     EXPECT_EQ(historyFile(), saved);
     EXPECT_EQ(changed.size(), 0);
 
@@ -526,6 +539,7 @@ TEST_F(ClipboardStoreTest, copyOfAnImageWhoseFileIsGoneLeavesThePasteboardEmpty)
     open();
     copy({.image = picture("vanishing")});
     copyText(QStringLiteral("on the pasteboard"));
+    flush();
     QFile::remove(imagePath(*store().items().at(1).imageFile));
     store().copy(store().items().at(1), false);
     EXPECT_EQ(m_pasteboard.content().string, std::nullopt);
@@ -558,14 +572,6 @@ TEST_F(ClipboardStoreTest, aReportedChangeIsPolledAtOnceButNotOurOwnWrite)
     QCoreApplication::processEvents();
 }
 
-TEST_F(ClipboardStoreTest, aStoreThatDoesNotMonitorIsNotToldOfChanges)
-{
-    open();
-    m_pasteboard.copyText(QStringLiteral("unseen"));
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(store().items().isEmpty());
-}
-
 TEST_F(ClipboardStoreTest, everyFileAndFolderIsPrivateWhateverTheUmask)
 {
     const mode_t old = ::umask(0);
@@ -574,6 +580,7 @@ TEST_F(ClipboardStoreTest, everyFileAndFolderIsPrivateWhateverTheUmask)
     open();
     copyText(QStringLiteral("secret"));
     copy({.image = picture("private picture")});
+    flush();
     ::umask(old);
 
     constexpr auto ownerAll = ownerReadWrite | QFileDevice::ExeOwner;

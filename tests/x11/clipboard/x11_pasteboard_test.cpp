@@ -1,6 +1,8 @@
 #include "platform/x11/clipboard/x11_pasteboard.h"
 
 #include "core/clipboard/clipboard_store.h"
+#include "platform/x11/windows/x11_workspace.h"
+#include "platform/x11/x11_connection.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -120,6 +122,7 @@ TEST_F(X11ClipboardTest, aCopiedPictureIsStoredAsPngUnderItsHashWhateverFormatIt
     EXPECT_EQ(item.pixelHeight, 200);
     ASSERT_TRUE(item.imageFile.has_value());
     EXPECT_EQ(*item.imageFile, item.hash.left(24) + QStringLiteral(".png"));
+    m_store.waitForSaved();
     QFile file(m_dir.path() + QStringLiteral("/images/") + *item.imageFile);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray png = file.readAll();
@@ -197,6 +200,37 @@ TEST_F(X11ClipboardTest, copyingAnEntryBackServesItWithoutRecordingItAgain)
 
     settle();
     EXPECT_EQ(m_store.items(), before);
+}
+
+TEST_F(X11ClipboardTest, copiesAreAttributedToTheActiveApplicationAndExcludedAppsAreSkipped)
+{
+    X11Connection *x11 = X11Connection::instance();
+    ASSERT_NE(x11, nullptr);
+    const X11Workspace workspace(*x11);
+    m_store.frontAppProvider = ClipboardStore::frontAppProviderFor(workspace);
+    QProcess xterm;
+    xterm.start(QStringLiteral("xterm"), {QStringLiteral("-display"), qEnvironmentVariable("DISPLAY")});
+    const QString xtermId = QStringLiteral("debian-xterm");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const auto front = workspace.frontmostApplication();
+            return front && front->pid == xterm.processId();
+        },
+        waitMs));
+    ASSERT_EQ(workspace.frontmostApplication()->id, xtermId);
+
+    xclip({QStringLiteral("-i")}, "typed in the terminal");
+    ASSERT_TRUE(waitForItems(1));
+    EXPECT_EQ(m_store.items().first().sourceApp, xtermId);
+
+    m_store.excludedApps = {xtermId};
+    const qint64 before = m_pasteboard.changeCount();
+    xclip({QStringLiteral("-i")}, "a password from the terminal");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_store.lastChange() > before; }, waitMs));
+    settle();
+    EXPECT_EQ(m_store.items().size(), 1);
+    xterm.kill();
+    xterm.waitForFinished();
 }
 
 } // namespace
