@@ -21,19 +21,13 @@ namespace {
 
 constexpr qsizetype maximumLength = 199;
 
-char32_t firstCodePoint(QStringView character)
-{
-    if (character.size() > 1 && character[0].isHighSurrogate() && character[1].isLowSurrogate())
-        return QChar::surrogateToUcs4(character[0], character[1]);
-    return character[0].unicode();
-}
-
 bool isNumeric(QStringView character)
 {
-    return u_getIntPropertyValue(static_cast<UChar32>(firstCodePoint(character)), UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+    return u_getIntPropertyValue(static_cast<UChar32>(UnicodeText::firstCodePoint(character)), UCHAR_NUMERIC_TYPE)
+        != U_NT_NONE;
 }
 
-bool isLetter(QStringView character) { return QChar::isLetter(firstCodePoint(character)); }
+bool isLetter(QStringView character) { return QChar::isLetter(UnicodeText::firstCodePoint(character)); }
 
 // Recursive descent over user-perceived characters; every rule moves forward
 // and nothing is pushed back. Depth is bounded by the input length.

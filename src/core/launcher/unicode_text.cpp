@@ -46,6 +46,8 @@ qsizetype unitsOf(char32_t codePoint) { return QChar::requiresSurrogates(codePoi
 
 } // namespace
 
+char32_t firstCodePoint(QStringView text) { return codePointAt(text, 0); }
+
 bool isHorizontalWhitespace(char32_t codePoint)
 {
     return codePoint == U'\t' || QChar::category(codePoint) == QChar::Separator_Space;

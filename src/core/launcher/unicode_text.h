@@ -10,6 +10,9 @@ namespace tessary::UnicodeText {
 // Tab or a Unicode space separator (general category Zs); line breaks are not.
 bool isHorizontalWhitespace(char32_t codePoint);
 
+// The code point `text` starts with (a lone surrogate stands for itself); `text` must not be empty.
+char32_t firstCodePoint(QStringView text);
+
 // `text` without leading and trailing horizontal whitespace.
 QStringView trimmedHorizontal(QStringView text);
 

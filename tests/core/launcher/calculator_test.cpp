@@ -108,6 +108,19 @@ TEST(Calculator, formatUsesEnUsDecimalsOrExponentForm)
         EXPECT_EQ(Calculator::format(c.value, c.grouping).toStdString(), c.expected) << c.value;
 }
 
+TEST(Calculator, launcherResultsReadAsTyped)
+{
+    const std::tuple<const char *, const char *, const char *> cases[]
+        = {{"12*7%", "0.84", "0.84"}, {"1000*1000", "1,000,000", "1000000"}, {"0.1+0.2", "0.3", "0.3"},
+            {"10/3", "3.3333333333", "3.3333333333"}, {"2^64", "1.84467e+19", "1.84467e+19"}, {"1/3*3", "1", "1"}};
+    for (const auto &[text, shown, copied] : cases) {
+        const auto value = Calculator::forLauncher(QString::fromLatin1(text));
+        ASSERT_TRUE(value) << text;
+        EXPECT_EQ(Calculator::format(*value, true).toStdString(), shown);
+        EXPECT_EQ(Calculator::format(*value, false).toStdString(), copied);
+    }
+}
+
 // No input may crash, hang or trip the sanitizers.
 TEST(Calculator, survivesHostileInput)
 {

@@ -1,5 +1,7 @@
 #include "core/launcher/fuzzy.h"
 
+#include <QRandomGenerator>
+
 #include <gtest/gtest.h>
 
 namespace tessary {
@@ -61,6 +63,13 @@ INSTANTIATE_TEST_SUITE_P(UserPerceivedCharacters, FuzzyScore,
         ScoreCase{u"\u0444\u0430\u0439", u"\u041c\u043e\u0438 \u0424\u0430\u0439\u043b\u044b", 795.5},
         // CR LF is one character.
         ScoreCase{u"a\r\nb", u"A\r\nB", 1000}, ScoreCase{u"abc", u"xy\r\nzabc", 496},
+        // Canonically equivalent characters are equal: Kelvin and ohm signs,
+        // the Greek question mark, a Hangul syllable and its jamo.
+        ScoreCase{u"k", u"\u212A", 1000}, ScoreCase{u"\u03c9", u"\u2126", 1000}, ScoreCase{u";", u"\u037E", 1000},
+        ScoreCase{u"\uD55C", u"\u1112\u1161\u11AB", 1000}, ScoreCase{u"\u6587", u"\u6587\u5B57", 899.5},
+        // Joined emoji sequences and variation selectors are single characters.
+        ScoreCase{u"abc", u"ab\U0001F468\u200D\U0001F469\u200D\U0001F467cd", 189},
+        ScoreCase{u"love", u"\u2764\uFE0F love", 797},
         // The capital dotted I lower-cases to two code points, one character.
         ScoreCase{u"i", u"\u0130stanbul", std::nullopt}));
 
@@ -82,6 +91,31 @@ TEST(Fuzzy, penaltiesAreNotClamped)
     const QString longName = QStringLiteral("x").repeated(3000) + QStringLiteral("abc");
     EXPECT_DOUBLE_EQ(*Fuzzy::score(QStringLiteral("abc"), longName), 500.0 - 3000.0);
     EXPECT_DOUBLE_EQ(*Fuzzy::score(QStringLiteral("a c"), QStringLiteral("a ") + longName), 200 - 10 - 0.2 * 3005);
+}
+
+// Precomposed names are scored per UTF-16 unit, decomposed ones per grapheme
+// cluster; canonically equivalent text must score the same either way.
+TEST(Fuzzy, composedAndDecomposedNamesScoreAlike)
+{
+    const QString alphabet = QStringLiteral("abcdeé ÉüÜñ-_.2ß");
+    QRandomGenerator random(7);
+    auto randomText = [&](int maxLength) {
+        QString text;
+        const int length = 1 + static_cast<int>(random.bounded(maxLength));
+        for (int i = 0; i < length; ++i)
+            text += alphabet.at(static_cast<qsizetype>(random.bounded(alphabet.size())));
+        return text;
+    };
+    for (int round = 0; round < 3000; ++round) {
+        const QString candidate = randomText(16);
+        const qsizetype start = static_cast<qsizetype>(random.bounded(candidate.size()));
+        const QString queries[] = {randomText(4), candidate.mid(start, 1 + random.bounded(4))};
+        const QString decomposed = candidate.normalized(QString::NormalizationForm_D);
+        for (const QString &query : queries) {
+            EXPECT_EQ(Fuzzy::score(query, candidate), Fuzzy::score(query, decomposed))
+                << query.toStdString() << " / " << candidate.toStdString();
+        }
+    }
 }
 
 } // namespace

@@ -27,20 +27,6 @@ TEST(UsageTracker, recordCountsAndWritesThrough)
     EXPECT_EQ(defaults.intMap(key), (QHash<QString, int>{{notes, 1}}));
 }
 
-TEST(UsageTracker, countsSurviveANewTrackerOverTheSameStore)
-{
-    MemoryKeyValueStore defaults;
-    {
-        UsageTracker tracker(defaults);
-        for (int i = 0; i < 3; ++i)
-            tracker.record(notes);
-        tracker.record(QStringLiteral("sys-sleep"));
-    }
-    UsageTracker reloaded(defaults);
-    EXPECT_EQ(reloaded.count(notes), 3);
-    EXPECT_EQ(reloaded.count(QStringLiteral("sys-sleep")), 1);
-}
-
 TEST(UsageTracker, aStoredValueOfAnotherTypeStartsEmptyAndIsOverwritten)
 {
     MemoryKeyValueStore defaults;

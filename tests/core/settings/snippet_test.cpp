@@ -76,15 +76,5 @@ TEST(Snippet, jsonRoundTripsAndDecodesStrictly)
     EXPECT_EQ(Snippet::fromJson(badId), std::nullopt);
 }
 
-TEST(Snippet, equalityAndHashCoverAllFourFields)
-{
-    const Snippet base{QUuid::createUuid(), u"n"_s, u"k"_s, u"t"_s};
-    Snippet other = base;
-    EXPECT_EQ(qHash(other), qHash(base));
-    other.text = u"t2"_s;
-    EXPECT_NE(other, base);
-    EXPECT_NE(qHash(other), qHash(base));
-}
-
 } // namespace
 } // namespace tessary
