@@ -1,13 +1,148 @@
 #include "app/query_command.h"
 
+#include "core/app/data_directory.h"
+#include "core/clipboard/clipboard_store.h"
+#include "core/launcher/app_index.h"
+#include "core/launcher/file_searcher.h"
+#include "core/launcher/launcher_engine.h"
+#include "core/launcher/usage_tracker.h"
+#include "core/platform/pasteboard.h"
+#include "core/platform/settings_key_value_store.h"
+#include "core/settings/app_settings.h"
+#include "core/settings/snippet_store.h"
+#include "platform/x11/launcher/desktop_entry_catalog.h"
+#include "platform/x11/launcher/detached_process_launcher.h"
+#include "platform/x11/launcher/home_walk_file_search.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTimer>
+
 #include <cstdio>
+#include <optional>
 
 namespace tessary {
 
-int runQueryCommand(int, char **)
+namespace {
+
+// Longest wait for the file rows; a slower search is left out of the answer.
+constexpr int fileSearchTimeoutMs = 15000;
+
+// The pasteboard of a process that runs no rows and has no display: empty, and
+// nothing is ever written to it.
+class OfflinePasteboard final : public Pasteboard {
+public:
+    qint64 changeCount() const override { return 0; }
+    void setChangedHandler(std::function<void()>) override { }
+    QStringList types() const override { return {}; }
+    QList<QUrl> fileUrls() const override { return {}; }
+    std::optional<QString> string() const override { return std::nullopt; }
+    std::optional<PasteboardImage> image() const override { return std::nullopt; }
+    void clear() override { }
+    void writeString(const QString &) override { }
+    void writeImage(const QByteArray &) override { }
+    void writeFileUrls(const QList<QUrl> &) override { }
+};
+
+struct Options {
+    QString text;
+    bool json = false;
+    bool files = false;
+};
+
+std::optional<Options> parse(const QStringList &arguments)
 {
-    std::fputs("tessary: not built yet\n", stderr);
-    return 1;
+    Options options;
+    QStringList words;
+    for (const QString &argument : arguments) {
+        if (argument == QLatin1String("--json"))
+            options.json = true;
+        else if (argument == QLatin1String("--files"))
+            options.files = true;
+        else if (argument.startsWith(QLatin1String("--")))
+            return std::nullopt;
+        else
+            words.append(argument);
+    }
+    if (words.isEmpty())
+        return std::nullopt;
+    options.text = words.join(QLatin1Char(' '));
+    return options;
+}
+
+void print(const QList<LauncherResult> &rows, bool json)
+{
+    QByteArray out;
+    if (json) {
+        QJsonArray array;
+        for (const LauncherResult &row : rows) {
+            array.append(QJsonObject{{QLatin1String("id"), row.id}, {QLatin1String("kind"), rawValue(row.kind)},
+                {QLatin1String("title"), row.title}, {QLatin1String("subtitle"), row.subtitle},
+                {QLatin1String("score"), row.score}});
+        }
+        out = QJsonDocument(array).toJson(QJsonDocument::Indented);
+    } else {
+        for (const LauncherResult &row : rows) {
+            out += row.title.toUtf8();
+            if (!row.subtitle.isEmpty())
+                out += " — " + row.subtitle.toUtf8();
+            out += '\n';
+        }
+    }
+    std::fwrite(out.constData(), 1, size_t(out.size()), stdout);
+}
+
+} // namespace
+
+int runQueryCommand(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("Tessary"));
+    QCoreApplication::setApplicationName(QStringLiteral("Tessary"));
+    const std::optional<Options> options = parse(QCoreApplication::arguments().mid(2));
+    if (!options) {
+        std::fputs("usage: tessary query TEXT [--json] [--files]\n", stderr);
+        return 2;
+    }
+
+    SettingsKeyValueStore defaults;
+    AppSettings settings(defaults);
+    const QString data = DataDirectory::defaultPath();
+    OfflinePasteboard pasteboard;
+    ClipboardStore clipboard(data, pasteboard);
+    SnippetStore snippets(data);
+    const auto catalog = std::make_shared<DesktopEntryCatalog>();
+    AppIndex index(catalog, catalog->defaultRoots());
+    UsageTracker usage(defaults);
+    HomeWalkFileSearch fileIndex(QDir::homePath());
+    FileSearcher files(fileIndex, QDir::homePath());
+    DetachedProcessLauncher processes;
+    LauncherEngine engine({settings, clipboard, snippets, index, usage, files, processes, pasteboard});
+
+    QEventLoop loop;
+    QObject::connect(&index, &AppIndex::scanned, &loop, &QEventLoop::quit);
+    index.refresh(true);
+    loop.exec();
+
+    QList<LauncherResult> rows = engine.quickResults(options->text);
+    if (options->files) {
+        std::optional<QList<LauncherResult>> fileRows;
+        engine.fileResults(options->text, [&fileRows, &loop](const QList<LauncherResult> &found) {
+            fileRows = found;
+            loop.quit();
+        });
+        if (!fileRows) {
+            QTimer::singleShot(fileSearchTimeoutMs, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+        rows = LauncherEngine::mergeFileRows(rows, fileRows.value_or(QList<LauncherResult>()));
+    }
+    print(rows, options->json);
+    return 0;
 }
 
 } // namespace tessary

@@ -31,6 +31,7 @@ public:
 
     bool isSearching() const { return bool(m_completion); }
     int limit() const { return m_limit; }
+    const QString &home() const { return m_home; }
 
     // False for hidden paths, the home Library folder, dependency folders and
     // the insides of application bundles.

@@ -77,22 +77,6 @@ TEST_F(DesktopEntryCatalogTest, namesFollowTheUsersLanguage)
     qputenv("LANGUAGE", previous);
 }
 
-TEST_F(DesktopEntryCatalogTest, entryIdsFlattenSubfolders)
-{
-    struct Case {
-        const char *root;
-        const char *path;
-        const char *key;
-    } const cases[] = {
-        {"/usr/share/applications", "/usr/share/applications/xterm.desktop", "xterm.desktop"},
-        {"/usr/share/applications", "/usr/share/applications/kde4/konsole.desktop", "kde4-konsole.desktop"},
-        {"/opt/x.desktop", "/opt/x.desktop", "x.desktop"},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(
-            m_catalog.entryKey(QString::fromLatin1(c.root), QString::fromLatin1(c.path)), QString::fromLatin1(c.key));
-}
-
 TEST_F(DesktopEntryCatalogTest, defaultRootsFindTheInstalledTerminal)
 {
     const QStringList roots = m_catalog.defaultRoots();

@@ -100,15 +100,5 @@ TEST_F(HomeWalkFileSearchTest, aStoppedOrReplacedSearchNeverAnswers)
     EXPECT_EQ(stale, 0);
 }
 
-TEST(HomeWalkFileSearch, folding)
-{
-    struct Case {
-        const char *text;
-        const char *folded;
-    } const cases[] = {{"Résumé", "resume"}, {"ÅNGSTRÖM", "angstrom"}, {"ﬁle", "file"}};
-    for (const Case &c : cases)
-        EXPECT_EQ(HomeWalkFileSearch::folded(QString::fromUtf8(c.text)), QString::fromUtf8(c.folded)) << c.text;
-}
-
 } // namespace
 } // namespace tessary

@@ -1,5 +1,6 @@
 #include "platform/x11/launcher/desktop_entry_catalog.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <gio/gdesktopappinfo.h>
@@ -9,9 +10,9 @@ namespace tessary {
 QStringList DesktopEntryCatalog::defaultRoots() const
 {
     const QString applications = QStringLiteral("/applications");
-    QStringList roots{QString::fromUtf8(g_get_user_data_dir()) + applications};
+    QStringList roots{QDir::cleanPath(QString::fromUtf8(g_get_user_data_dir()) + applications)};
     for (const gchar *const *dir = g_get_system_data_dirs(); *dir; ++dir)
-        roots.append(QString::fromUtf8(*dir) + applications);
+        roots.append(QDir::cleanPath(QString::fromUtf8(*dir) + applications));
     return roots;
 }
 
