@@ -4,10 +4,14 @@
 #include "core/app/log.h"
 #include "core/clipboard/clipboard_store.h"
 #include "core/launcher/app_index.h"
+#include "core/launcher/file_searcher.h"
+#include "core/launcher/launcher_engine.h"
+#include "core/launcher/usage_tracker.h"
 #include "core/platform/accessibility.h"
 #include "core/platform/application_catalog.h"
 #include "core/platform/key_value_store.h"
 #include "core/platform/keystroke_sender.h"
+#include "core/platform/pasteboard.h"
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
 #include "core/shortcuts/hot_key_center.h"
@@ -21,7 +25,10 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QDateTime>
+#include <QDir>
+#include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QTimer>
 
 #include <cstdio>
@@ -51,11 +58,16 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
     , m_clipboard(std::make_unique<ClipboardStore>(dataDirectory, ports.pasteboard))
     , m_snippets(std::make_unique<SnippetStore>(dataDirectory))
     , m_appIndex(std::make_unique<AppIndex>(ports.catalog, ports.catalog->defaultRoots()))
+    , m_usage(std::make_unique<UsageTracker>(ports.defaults))
+    , m_files(std::make_unique<FileSearcher>(ports.fileSearch, QDir::homePath()))
+    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{
+          *m_settings, *m_clipboard, *m_snippets, *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard}))
     , m_trayMenu(std::make_unique<TrayMenu>())
     , m_launcherPanel(std::make_unique<PanelController>())
     , m_clipPanel(std::make_unique<PanelController>())
 {
     m_clipboard->frontAppProvider = ClipboardStore::frontAppProviderFor(ports.workspace);
+    fillLauncherActions();
 
     connect(m_trayMenu.get(), &TrayMenu::representedObjectChosen, this, &AppController::menuAction);
     connect(m_trayMenu.get(), &TrayMenu::pauseChosen, this, &AppController::togglePause);
@@ -306,6 +318,47 @@ void AppController::onForwarded(const QStringList &arguments)
         return;
     }
     showSettings();
+}
+
+void AppController::fillLauncherActions()
+{
+    LauncherActions &actions = m_launcher->actions;
+    actions.openThrough(m_ports.opener, *m_appIndex);
+    const QPointer<AppController> self(this);
+    actions.paste = [self](const QString &text) {
+        if (!self)
+            return;
+        self->putOnPasteboard(text);
+        self->schedulePaste();
+    };
+    actions.pasteClip = [self](const ClipItem &item) {
+        if (!self)
+            return;
+        self->m_clipboard->copy(item, false);
+        self->schedulePaste();
+    };
+    actions.copy = [self](const QString &text) {
+        if (!self)
+            return;
+        self->putOnPasteboard(text);
+        Toast::show(QStringLiteral("Copied ") + text, 2.2);
+    };
+    actions.confirm = [](const QString &question) {
+        QMessageBox alert(QMessageBox::Warning, QStringLiteral("Tessary"), question);
+        QPushButton *proceed = alert.addButton(QStringLiteral("Continue"), QMessageBox::AcceptRole);
+        alert.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+        alert.setDefaultButton(proceed);
+        alert.activateWindow();
+        alert.exec();
+        return alert.clickedButton() == proceed;
+    };
+}
+
+void AppController::putOnPasteboard(const QString &text)
+{
+    m_ports.pasteboard.clear();
+    m_ports.pasteboard.writeString(text);
+    m_clipboard->ignoreCurrentChange();
 }
 
 void AppController::promptForAccessibilityOnce()

@@ -17,11 +17,14 @@ class AppIndex;
 class AppSettings;
 class ClipboardStore;
 class DragSnapper;
+class FileSearcher;
 class HotKeyCenter;
+class LauncherEngine;
 class PanelController;
 class SnippetStore;
 class StatusItem;
 class TrayMenu;
+class UsageTracker;
 
 // The composition root: owns every long-lived object, builds the tray menu,
 // registers the global shortcuts from the settings, turns each fired shortcut
@@ -76,6 +79,7 @@ public:
     ClipboardStore &clipboard() const { return *m_clipboard; }
     SnippetStore &snippets() const { return *m_snippets; }
     AppIndex &appIndex() const { return *m_appIndex; }
+    LauncherEngine &launcher() const { return *m_launcher; }
     TrayMenu &trayMenu() const { return *m_trayMenu; }
     PanelController &launcherPanel() const { return *m_launcherPanel; }
     PanelController &clipPanel() const { return *m_clipPanel; }
@@ -92,6 +96,9 @@ Q_SIGNALS:
 private:
     void handleShowOption(const QStringList &arguments, std::chrono::milliseconds delay);
     void promptForAccessibilityOnce();
+    void fillLauncherActions();
+    // Puts `text` on the pasteboard as this process's own change (not recorded).
+    void putOnPasteboard(const QString &text);
 
     AppPorts m_ports;
     std::unique_ptr<AppSettings> m_settings;
@@ -100,6 +107,9 @@ private:
     std::unique_ptr<ClipboardStore> m_clipboard;
     std::unique_ptr<SnippetStore> m_snippets;
     std::unique_ptr<AppIndex> m_appIndex;
+    std::unique_ptr<UsageTracker> m_usage;
+    std::unique_ptr<FileSearcher> m_files;
+    std::unique_ptr<LauncherEngine> m_launcher;
     std::unique_ptr<DragSnapper> m_dragSnapper;
     std::unique_ptr<TrayMenu> m_trayMenu;
     std::unique_ptr<StatusItem> m_statusItem;

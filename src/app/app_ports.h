@@ -6,11 +6,14 @@ namespace tessary {
 
 class Accessibility;
 class ApplicationCatalog;
+class DesktopOpener;
+class FileSearchBackend;
 class HotKeyService;
 class KeyValueStore;
 class KeystrokeSender;
 class MouseMonitor;
 class Pasteboard;
+class ProcessLauncher;
 class Screens;
 class Workspace;
 
@@ -25,6 +28,9 @@ struct AppPorts {
     Pasteboard &pasteboard;
     KeystrokeSender &keystrokes;
     KeyValueStore &defaults;
+    DesktopOpener &opener;
+    FileSearchBackend &fileSearch;
+    ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
 };
 

@@ -7,6 +7,9 @@
 #include "platform/x11/app/x11_keystroke_sender.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
+#include "platform/x11/launcher/detached_process_launcher.h"
+#include "platform/x11/launcher/gio_desktop_opener.h"
+#include "platform/x11/launcher/home_walk_file_search.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
@@ -15,6 +18,7 @@
 #include "platform/x11/x11_connection.h"
 
 #include <QApplication>
+#include <QDir>
 
 #include <xcb/xcb.h>
 
@@ -80,8 +84,11 @@ int runTrayApplication(int argc, char **argv)
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
     SettingsKeyValueStore defaults;
-    const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults,
-        std::make_shared<DesktopEntryCatalog>()};
+    GioDesktopOpener opener;
+    HomeWalkFileSearch fileSearch(QDir::homePath());
+    DetachedProcessLauncher processes;
+    const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>()};
 
     AppController controller(ports, DataDirectory::defaultPath());
     QObject::connect(&instance, &SingleInstance::forwarded, &controller, &AppController::onForwarded);

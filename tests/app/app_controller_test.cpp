@@ -1,11 +1,15 @@
 #include "app/app_controller.h"
 
 #include "core/clipboard/clipboard_store.h"
+#include "core/launcher/launcher_engine.h"
+#include "core/platform/desktop_opener.h"
 #include "core/settings/app_settings.h"
 #include "core/windows/drag_snapper.h"
 #include "platform/fake/app/fake_keystroke_sender.h"
 #include "platform/fake/clipboard/fake_pasteboard.h"
 #include "platform/fake/launcher/fake_application_catalog.h"
+#include "platform/fake/launcher/fake_file_search_backend.h"
+#include "platform/fake/launcher/recording_process_launcher.h"
 #include "platform/fake/memory_key_value_store.h"
 #include "platform/fake/windows/fake_desktop.h"
 #include "platform/fake/windows/fake_hot_key_service.h"
@@ -26,6 +30,22 @@ namespace tessary {
 void PrintTo(const Rect &r, std::ostream *os) { *os << r.x << "," << r.y << " " << r.width << "x" << r.height; }
 
 namespace {
+
+class RecordingOpener final : public DesktopOpener {
+public:
+    bool openUrl(const QUrl &url) override { return record(url.toString()); }
+    bool openFile(const QString &path) override { return record(path); }
+    bool openApplication(const QString &path) override { return record(path); }
+    bool revealInFileManager(const QString &path) override { return record(path); }
+    QStringList opened;
+
+private:
+    bool record(const QString &what)
+    {
+        opened.append(what);
+        return true;
+    }
+};
 
 const RunningApp editor{4242, QStringLiteral("editor"), QStringLiteral("Editor")};
 // 1440x900 display; accessibility frame of its left half.
@@ -67,10 +87,10 @@ protected:
     AppController &controller()
     {
         if (!m_controller) {
-            m_controller
-                = std::make_unique<AppController>(AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard,
-                                                      keystrokes, defaults, std::make_shared<FakeApplicationCatalog>()},
-                    data.path());
+            m_controller = std::make_unique<AppController>(
+                AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard, keystrokes, defaults, opener,
+                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                data.path());
         }
         return *m_controller;
     }
@@ -81,6 +101,9 @@ protected:
     FakePasteboard pasteboard;
     FakeKeystrokeSender keystrokes;
     MemoryKeyValueStore defaults;
+    RecordingOpener opener;
+    FakeFileSearchBackend fileSearch;
+    RecordingProcessLauncher processes;
     QTemporaryDir data;
     WindowId window = 0;
 
@@ -117,7 +140,7 @@ TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOne
         AppSettings settings(store);
         c.arrange(settings, service);
         AppController subject(AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store,
-                                  std::make_shared<FakeApplicationCatalog>()},
+                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
             data.path());
         subject.registerHotkeys();
         EXPECT_EQ(subject.failed(), c.failed) << c.name;
@@ -167,8 +190,8 @@ TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
         fresh.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
         const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
         c.arrange(fresh, w);
-        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults,
-                                  std::make_shared<FakeApplicationCatalog>()},
+        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener,
+                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
             data.path());
         subject.perform(c.action);
         EXPECT_EQ(toastText(), c.message) << c.name;
@@ -269,6 +292,28 @@ TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
     EXPECT_EQ(keystrokes.pastes, 1);
     EXPECT_EQ(toastText(),
         QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."));
+}
+
+TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
+{
+    controller().launchApp({});
+    LauncherActions &actions = controller().launcher().actions;
+
+    actions.copy(QStringLiteral("42"));
+    EXPECT_EQ(pasteboard.content().string, QStringLiteral("42"));
+    EXPECT_EQ(toastText(), QStringLiteral("Copied 42"));
+    actions.paste(QStringLiteral("snippet text"));
+    EXPECT_EQ(pasteboard.content().string, QStringLiteral("snippet text"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keystrokes.pastes == 1; }));
+    EXPECT_TRUE(controller().clipboard().items().isEmpty()) << "our own writes are not history";
+
+    pasteboard.copyText(QStringLiteral("from another app"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return controller().clipboard().items().size() == 1; }));
+    actions.pasteClip(controller().clipboard().items().first());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keystrokes.pastes == 2; }));
+
+    actions.open(QUrl(QStringLiteral("https://example.org/")));
+    EXPECT_EQ(opener.opened, QStringList{QStringLiteral("https://example.org/")});
 }
 
 TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
