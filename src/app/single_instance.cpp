@@ -26,32 +26,34 @@ QString SingleInstance::defaultServerName()
         + QString::fromLatin1(QCryptographicHash::hash(identity, QCryptographicHash::Sha256).toHex().left(16));
 }
 
-bool SingleInstance::forward(const QStringList &arguments) const
+SingleInstance::Delivery SingleInstance::forward(const QStringList &arguments) const
 {
     QLocalSocket socket;
     socket.connectToServer(m_name);
-    if (!socket.waitForConnected(connectTimeoutMs))
-        return false;
+    if (!socket.waitForConnected(connectTimeoutMs)) {
+        // Refused: a socket file nobody listens on any more.
+        return socket.error() == QLocalSocket::ConnectionRefusedError ? Delivery::staleServer : Delivery::noServer;
+    }
     socket.write(QJsonDocument(QJsonArray::fromStringList(arguments)).toJson(QJsonDocument::Compact) + '\n');
-    if (!socket.waitForBytesWritten(connectTimeoutMs))
-        return false;
-    // The instance acknowledges once it has read the message.
-    return socket.waitForReadyRead(connectTimeoutMs) && socket.read(1) == "\n";
+    socket.waitForBytesWritten(connectTimeoutMs);
+    // A live instance took the connection: even when too busy to acknowledge
+    // in time it reads the message later, so it is never replaced.
+    if (!socket.waitForReadyRead(acknowledgeTimeoutMs))
+        qCWarning(lcApp) << "the running instance has not acknowledged yet";
+    return Delivery::delivered;
 }
 
 bool SingleInstance::claimOrForward(const QStringList &arguments)
 {
-    if (forward(arguments))
-        return false;
-    if (m_server.listen(m_name))
-        return true;
-    if (m_server.serverError() == QAbstractSocket::AddressInUseError) {
-        // Either an instance that started a moment ago or a crashed one's socket.
-        if (forward(arguments))
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const Delivery delivery = forward(arguments);
+        if (delivery == Delivery::delivered)
             return false;
-        QLocalServer::removeServer(m_name);
+        if (delivery == Delivery::staleServer)
+            QLocalServer::removeServer(m_name);
         if (m_server.listen(m_name))
             return true;
+        // Lost a race with another start that began listening a moment ago: hand over to it.
     }
     qCWarning(lcApp) << "cannot listen for later starts:" << m_server.errorString();
     return true;

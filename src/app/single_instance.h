@@ -25,13 +25,15 @@ public:
     bool claimOrForward(const QStringList &arguments);
 
     static constexpr int connectTimeoutMs = 1000;
+    static constexpr int acknowledgeTimeoutMs = 5000;
 
 Q_SIGNALS:
     // Arguments forwarded by a later start (the program name left out).
     void forwarded(const QStringList &arguments);
 
 private:
-    bool forward(const QStringList &arguments) const;
+    enum class Delivery { delivered, noServer, staleServer };
+    Delivery forward(const QStringList &arguments) const;
     void onNewConnection();
 
     QString m_name;
