@@ -1,0 +1,376 @@
+#include "app/app_controller.h"
+
+#include "app/app_logging.h"
+#include "core/app/log.h"
+#include "core/clipboard/clipboard_store.h"
+#include "core/launcher/app_index.h"
+#include "core/launcher/file_searcher.h"
+#include "core/launcher/launcher_engine.h"
+#include "core/launcher/usage_tracker.h"
+#include "core/platform/accessibility.h"
+#include "core/platform/application_catalog.h"
+#include "core/platform/key_value_store.h"
+#include "core/platform/keystroke_sender.h"
+#include "core/platform/pasteboard.h"
+#include "core/settings/app_settings.h"
+#include "core/settings/snippet_store.h"
+#include "core/shortcuts/hot_key_center.h"
+#include "core/windows/ax.h"
+#include "core/windows/drag_snapper.h"
+#include "ui/panel_controller.h"
+#include "ui/status_item.h"
+#include "ui/toast.h"
+#include "ui/tray_menu.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDateTime>
+#include <QDir>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+
+#include <sys/resource.h>
+
+namespace tessary {
+
+namespace {
+
+const QString separator = QString::fromUtf16(u"  \u00B7  ");
+
+QString comboText(const AppSettings &settings, HotAction action)
+{
+    const std::optional<KeyCombo> combo = settings.combo(action);
+    return combo ? combo->display() : QStringLiteral("not set");
+}
+
+} // namespace
+
+AppController::AppController(const AppPorts &ports, const QString &dataDirectory, QObject *parent)
+    : QObject(parent)
+    , m_ports(ports)
+    , m_settings(std::make_unique<AppSettings>(ports.defaults))
+    , m_windows(std::make_unique<WindowManager>(ports.accessibility, ports.workspace, ports.screens))
+    , m_hotKeys(std::make_unique<HotKeyCenter>(ports.hotKeys))
+    , m_clipboard(std::make_unique<ClipboardStore>(dataDirectory, ports.pasteboard))
+    , m_snippets(std::make_unique<SnippetStore>(dataDirectory))
+    , m_appIndex(std::make_unique<AppIndex>(ports.catalog, ports.catalog->defaultRoots()))
+    , m_usage(std::make_unique<UsageTracker>(ports.defaults))
+    , m_files(std::make_unique<FileSearcher>(ports.fileSearch, QDir::homePath()))
+    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{
+          *m_settings, *m_clipboard, *m_snippets, *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard}))
+    , m_trayMenu(std::make_unique<TrayMenu>())
+    , m_launcherPanel(std::make_unique<PanelController>())
+    , m_clipPanel(std::make_unique<PanelController>())
+{
+    m_clipboard->frontAppProvider = ClipboardStore::frontAppProviderFor(ports.workspace);
+    fillLauncherActions();
+
+    connect(m_trayMenu.get(), &TrayMenu::representedObjectChosen, this, &AppController::menuAction);
+    connect(m_trayMenu.get(), &TrayMenu::pauseChosen, this, &AppController::togglePause);
+    connect(m_trayMenu.get(), &TrayMenu::settingsChosen, this, &AppController::openSettings);
+    connect(m_trayMenu.get(), &TrayMenu::quitChosen, this, [] { QCoreApplication::quit(); });
+    // The check mark follows the store, whoever changes the flag.
+    connect(m_clipboard.get(), &ClipboardStore::pausedChanged, this,
+        [this](bool paused) { m_trayMenu->pauseItem()->setChecked(paused); });
+    // There is no settings window in this build yet.
+    m_trayMenu->settingsItem()->setEnabled(false);
+}
+
+AppController::~AppController() { m_settings->onChange = nullptr; }
+
+QString AppController::startupMessage(const AppSettings &settings)
+{
+    return QStringLiteral("Tessary is running in the menu bar") + separator + QStringLiteral("Launcher ")
+        + comboText(settings, HotAction::launcher) + separator + QStringLiteral("Clipboard ")
+        + comboText(settings, HotAction::clipboard);
+}
+
+void AppController::launchApp(const QStringList &arguments)
+{
+    buildStatusItem();
+    m_settings->onChange = [self = QPointer<AppController>(this)] {
+        if (self)
+            self->applySettings();
+    };
+    applySettings();
+
+    m_clipboard->startMonitoring();
+    m_dragSnapper->start();
+    m_appIndex->refresh(true);
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const long long cpuMs = (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000LL
+        + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+    qCInfo(lcApp, "ready at %lld ms since the epoch after %lld ms of CPU",
+        static_cast<long long>(QDateTime::currentMSecsSinceEpoch()), cpuMs);
+    Q_EMIT ready();
+
+    Toast::show(startupMessage(*m_settings), 5.0);
+    if (!m_failed.isEmpty()) {
+        Toast::show(QString::fromUtf16(
+                        u"Some Tessary shortcuts are taken by another app. Open Settings \u203A General to see which."),
+            6.0);
+    }
+    const qsizetype show = arguments.indexOf(QStringLiteral("--show"));
+    if (show >= 0 && show + 1 < arguments.size()) {
+        handleShowOption(arguments.mid(show + 1), showOptionDelay);
+        return;
+    }
+    promptForAccessibilityOnce();
+}
+
+void AppController::buildStatusItem()
+{
+    if (m_statusItem)
+        return;
+    m_statusItem = std::make_unique<StatusItem>(m_trayMenu->menu());
+    connect(m_statusItem.get(), &StatusItem::shown, this, [](bool inTray) {
+        if (inTray)
+            return;
+        const QString notice = QStringLiteral("The desktop has no system tray: the Tessary menu is unavailable.");
+        Log::write(notice);
+        std::fprintf(stderr, "tessary: %s\n", qPrintable(notice));
+    });
+    m_statusItem->show();
+}
+
+void AppController::applySettings()
+{
+    const SettingsData &data = m_settings->data();
+    m_windows->setGap(data.gap);
+    if (!m_dragSnapper) {
+        m_dragSnapper = std::make_unique<DragSnapper>(
+            *m_windows, m_ports.accessibility, m_ports.workspace, m_ports.screens, m_ports.mouse);
+    }
+    m_dragSnapper->setEnabled(data.dragSnap);
+    m_clipboard->enabled = data.clipboardEnabled;
+    m_clipboard->maxItems = data.clipboardMax;
+    m_clipboard->retentionDays = data.clipboardRetentionDays;
+    m_clipboard->excludedApps = QSet<QString>(data.clipboardExcluded.cbegin(), data.clipboardExcluded.cend());
+    if (!m_suspended)
+        registerHotkeys();
+}
+
+void AppController::registerHotkeys()
+{
+    m_hotKeys->unregisterAll();
+    QSet<HotAction> failed;
+    for (HotAction action : HotActions::allCases) {
+        // None: the user cleared this shortcut.
+        const std::optional<KeyCombo> combo = m_settings->combo(action);
+        if (!combo)
+            continue;
+        const auto id = m_hotKeys->registerHotKey(*combo, [self = QPointer<AppController>(this), action] {
+            if (self)
+                self->perform(action);
+        });
+        if (!id)
+            failed.insert(action);
+    }
+    m_failed = failed;
+    Q_EMIT failedChanged();
+}
+
+void AppController::setSuspended(bool suspended)
+{
+    m_suspended = suspended;
+    if (suspended)
+        m_hotKeys->unregisterAll();
+    else
+        registerHotkeys();
+}
+
+void AppController::perform(HotAction action)
+{
+    Log::write(QStringLiteral("shortcut fired: ") + rawValue(action));
+    switch (action) {
+    case HotAction::nextDisplay:
+    case HotAction::previousDisplay:
+        if (const auto failure = m_windows->moveToDisplay(action == HotAction::nextDisplay))
+            handle(*failure);
+        return;
+    case HotAction::restore:
+        if (const auto failure = m_windows->restore())
+            handle(*failure);
+        return;
+    case HotAction::launcher:
+        toggleLauncher(QString());
+        return;
+    case HotAction::clipboard:
+        toggleClipboard();
+        return;
+    default:
+        break;
+    }
+    const std::optional<Layout> layout = layoutFor(action);
+    if (!layout)
+        return;
+    if (!m_ports.accessibility.isTrusted()) {
+        handle(WindowManager::Failure::noPermission);
+        return;
+    }
+    const std::optional<AX::FrontWindow> front = AX::frontWindow(m_ports.workspace, m_ports.accessibility);
+    if (!front) {
+        handle(WindowManager::Failure::noWindow);
+        return;
+    }
+    const WindowManager::ApplyResult result = m_windows->apply(*layout, front->window, front->app.pid);
+    if (const auto failure = result.failure())
+        handle(*failure);
+}
+
+void AppController::handle(WindowManager::Failure failure)
+{
+    if (failure == WindowManager::Failure::noPermission)
+        m_ports.accessibility.requestTrust();
+    Toast::show(WindowManager::errorDescription(failure), 2.2);
+}
+
+void AppController::menuAction(const QString &representedObject)
+{
+    const std::optional<HotAction> action = HotActions::fromRawValue(representedObject);
+    if (!action)
+        return;
+    // After the menu has closed and the window the user worked in is active again.
+    QTimer::singleShot(menuDelay, this, [this, action = *action] { perform(action); });
+}
+
+void AppController::togglePause()
+{
+    m_clipboard->setPaused(!m_clipboard->paused());
+    m_trayMenu->pauseItem()->setChecked(m_clipboard->paused());
+}
+
+void AppController::openSettings() { showSettings(); }
+
+void AppController::showSettings()
+{
+    // Until the settings window exists, the menu is what a reopen brings forward.
+    m_trayMenu->menu()->popup(QCursor::pos());
+}
+
+void AppController::toggleLauncher(const QString &initialQuery)
+{
+    const bool visible = m_launcherPanel->isVisible();
+    Log::write(QStringLiteral("toggleLauncher (visible: ")
+        + (visible ? QStringLiteral("true") : QStringLiteral("false")) + QLatin1Char(')'));
+    if (visible) {
+        m_launcherPanel->hide();
+        return;
+    }
+    m_clipPanel->hide();
+    m_appIndex->refresh(false);
+    qCInfo(lcApp) << "the launcher view is not part of this build; query" << initialQuery;
+}
+
+void AppController::toggleClipboard()
+{
+    if (m_clipPanel->isVisible()) {
+        m_clipPanel->hide();
+        return;
+    }
+    m_launcherPanel->hide();
+    qCInfo(lcApp) << "the clipboard popup is not part of this build";
+}
+
+void AppController::schedulePaste()
+{
+    QTimer::singleShot(pasteDelay, this, [this] {
+        if (!m_ports.accessibility.isTrusted()) {
+            m_ports.accessibility.requestTrust();
+            Toast::show(
+                QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."),
+                3.5);
+            return;
+        }
+        m_ports.keystrokes.sendPaste([](bool posted) {
+            if (!posted)
+                qCWarning(lcApp) << "the paste keystroke could not be delivered";
+        });
+    });
+}
+
+void AppController::handleShowOption(const QStringList &panelAndQuery, std::chrono::milliseconds delay)
+{
+    QTimer::singleShot(delay, this, [this, panelAndQuery] {
+        if (panelAndQuery.first() == QLatin1String("clipboard"))
+            toggleClipboard();
+        else
+            toggleLauncher(panelAndQuery.value(1));
+    });
+}
+
+void AppController::onForwarded(const QStringList &arguments)
+{
+    const qsizetype show = arguments.indexOf(QStringLiteral("--show"));
+    if (show >= 0 && show + 1 < arguments.size()) {
+        handleShowOption(arguments.mid(show + 1), std::chrono::milliseconds(0));
+        return;
+    }
+    // Drives the menu without a tray (and in end-to-end tests): --menu <item title>.
+    if (arguments.size() >= 2 && arguments.first() == QLatin1String("--menu")) {
+        if (!m_trayMenu->trigger(arguments.at(1)))
+            qCWarning(lcApp) << "no enabled menu item titled" << arguments.at(1);
+        return;
+    }
+    showSettings();
+}
+
+void AppController::fillLauncherActions()
+{
+    LauncherActions &actions = m_launcher->actions;
+    actions.openThrough(m_ports.opener, *m_appIndex);
+    const QPointer<AppController> self(this);
+    actions.paste = [self](const QString &text) {
+        if (!self)
+            return;
+        self->putOnPasteboard(text);
+        self->schedulePaste();
+    };
+    actions.pasteClip = [self](const ClipItem &item) {
+        if (!self)
+            return;
+        self->m_clipboard->copy(item, false);
+        self->schedulePaste();
+    };
+    actions.copy = [self](const QString &text) {
+        if (!self)
+            return;
+        self->putOnPasteboard(text);
+        Toast::show(QStringLiteral("Copied ") + text, 2.2);
+    };
+    actions.confirm = [](const QString &question) {
+        QMessageBox alert(QMessageBox::Warning, QStringLiteral("Tessary"), question);
+        QPushButton *proceed = alert.addButton(QStringLiteral("Continue"), QMessageBox::AcceptRole);
+        alert.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+        alert.setDefaultButton(proceed);
+        alert.activateWindow();
+        alert.exec();
+        return alert.clickedButton() == proceed;
+    };
+}
+
+void AppController::putOnPasteboard(const QString &text)
+{
+    m_ports.pasteboard.clear();
+    m_ports.pasteboard.writeString(text);
+    m_clipboard->ignoreCurrentChange();
+}
+
+void AppController::promptForAccessibilityOnce()
+{
+    const QString key = QString::fromLatin1(askedAccessibilityKey);
+    if (m_ports.defaults.boolean(key).value_or(false))
+        return;
+    m_ports.defaults.setBoolean(key, true);
+    if (m_ports.accessibility.isTrusted())
+        return;
+    showSettings();
+    m_ports.accessibility.requestTrust();
+}
+
+} // namespace tessary

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+namespace tessary {
+
+class Accessibility;
+class ApplicationCatalog;
+class DesktopOpener;
+class FileSearchBackend;
+class HotKeyService;
+class KeyValueStore;
+class KeystrokeSender;
+class MouseMonitor;
+class Pasteboard;
+class ProcessLauncher;
+class Screens;
+class Workspace;
+
+// The platform as the application controller sees it. Every port must
+// outlive the controller.
+struct AppPorts {
+    Accessibility &accessibility;
+    Workspace &workspace;
+    Screens &screens;
+    MouseMonitor &mouse;
+    HotKeyService &hotKeys;
+    Pasteboard &pasteboard;
+    KeystrokeSender &keystrokes;
+    KeyValueStore &defaults;
+    DesktopOpener &opener;
+    FileSearchBackend &fileSearch;
+    ProcessLauncher &processes;
+    std::shared_ptr<const ApplicationCatalog> catalog;
+};
+
+} // namespace tessary

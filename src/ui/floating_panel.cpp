@@ -1,0 +1,47 @@
+#include "ui/floating_panel.h"
+
+#include <QKeyEvent>
+
+namespace tessary {
+
+FloatingPanel::FloatingPanel(Input input, QWidget *parent)
+    : QWidget(parent)
+{
+    Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint;
+    if (input == Input::keyboard) {
+        flags |= Qt::Tool;
+    } else {
+        // A tooltip-type window is left alone by the window manager: never focused, never decorated.
+        flags |= Qt::ToolTip | Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus;
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    setWindowFlags(flags);
+    setAttribute(Qt::WA_TranslucentBackground);
+}
+
+bool FloatingPanel::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WindowDeactivate)
+        resignKey();
+    return handled;
+}
+
+void FloatingPanel::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        resignKey();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void FloatingPanel::resignKey()
+{
+    // Copied first: the callback usually hides this panel and clears the member.
+    if (const auto callback = onResignKey)
+        callback();
+}
+
+} // namespace tessary

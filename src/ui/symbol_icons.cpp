@@ -1,0 +1,141 @@
+#include "ui/symbol_icons.h"
+
+#include <QGuiApplication>
+#include <QHash>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+
+#include <algorithm>
+#include <optional>
+
+namespace tessary {
+
+namespace {
+
+const QHash<QString, QStringList> &themeTable()
+{
+    static const QHash<QString, QStringList> table = {
+        {QStringLiteral("rectangle.split.2x2"), {QStringLiteral("view-grid-symbolic"), QStringLiteral("view-grid")}},
+        {QStringLiteral("rectangle.inset.filled"), {QStringLiteral("view-fullscreen")}},
+        {QStringLiteral("display.2"), {QStringLiteral("video-display")}},
+        {QStringLiteral("arrow.uturn.backward"), {QStringLiteral("edit-undo")}},
+        {QStringLiteral("doc.on.clipboard"), {QStringLiteral("edit-paste")}},
+        {QStringLiteral("magnifyingglass"), {QStringLiteral("edit-find"), QStringLiteral("system-search")}},
+        {QStringLiteral("text.alignleft"), {QStringLiteral("format-justify-left")}},
+        {QStringLiteral("text.append"), {QStringLiteral("insert-text")}},
+        {QStringLiteral("doc"), {QStringLiteral("text-x-generic")}},
+        {QStringLiteral("photo"), {QStringLiteral("image-x-generic")}},
+        {QStringLiteral("tray"), {QStringLiteral("mail-inbox")}},
+        {QStringLiteral("equal.circle"), {QStringLiteral("accessories-calculator")}},
+        {QStringLiteral("lock"), {QStringLiteral("system-lock-screen")}},
+        {QStringLiteral("moon.zzz"), {QStringLiteral("system-suspend")}},
+        {QStringLiteral("trash"), {QStringLiteral("user-trash")}},
+        {QStringLiteral("gearshape"), {QStringLiteral("preferences-system")}},
+        {QStringLiteral("power"), {QStringLiteral("system-shutdown")}},
+        {QStringLiteral("arrow.clockwise"), {QStringLiteral("system-reboot"), QStringLiteral("view-refresh")}},
+        {QStringLiteral("rectangle.portrait.and.arrow.right"), {QStringLiteral("system-log-out")}},
+        {QStringLiteral("minus.circle"), {QStringLiteral("list-remove")}},
+        {QStringLiteral("checkmark.circle.fill"), {QStringLiteral("emblem-default")}},
+        {QStringLiteral("exclamationmark.triangle"), {QStringLiteral("dialog-warning")}},
+        {QStringLiteral("exclamationmark.triangle.fill"), {QStringLiteral("dialog-warning")}},
+    };
+    return table;
+}
+
+// The part of a window outline that a window-layout symbol fills, in unit coordinates.
+std::optional<QRectF> filledPart(const QString &symbol)
+{
+    static const QHash<QString, QRectF> parts = {
+        {QStringLiteral("rectangle.lefthalf.inset.filled"), {0, 0, 0.5, 1}},
+        {QStringLiteral("rectangle.righthalf.inset.filled"), {0.5, 0, 0.5, 1}},
+        {QStringLiteral("rectangle.tophalf.inset.filled"), {0, 0, 1, 0.5}},
+        {QStringLiteral("rectangle.bottomhalf.inset.filled"), {0, 0.5, 1, 0.5}},
+        {QStringLiteral("rectangle.inset.topleft.filled"), {0, 0, 0.5, 0.5}},
+        {QStringLiteral("rectangle.inset.topright.filled"), {0.5, 0, 0.5, 0.5}},
+        {QStringLiteral("rectangle.inset.bottomleft.filled"), {0, 0.5, 0.5, 0.5}},
+        {QStringLiteral("rectangle.inset.bottomright.filled"), {0.5, 0.5, 0.5, 0.5}},
+        {QStringLiteral("rectangle.inset.filled"), {0, 0, 1, 1}},
+        {QStringLiteral("rectangle.center.inset.filled"), {0.25, 0.25, 0.5, 0.5}},
+    };
+    const auto found = parts.constFind(symbol);
+    if (found == parts.cend())
+        return std::nullopt;
+    return *found;
+}
+
+void drawSymbol(QPainter &painter, const QString &symbol, double size)
+{
+    const double pen = std::max(1.0, size / 16);
+    const QRectF outline(pen, size * 0.18, size - 2 * pen, size * 0.64);
+    painter.setPen(QPen(painter.pen().color(), pen));
+    const QColor ink = painter.pen().color();
+
+    if (const auto part = filledPart(symbol)) {
+        painter.drawRoundedRect(outline, pen * 1.5, pen * 1.5);
+        const QRectF inner = outline.adjusted(pen * 1.5, pen * 1.5, -pen * 1.5, -pen * 1.5);
+        painter.fillRect(QRectF(inner.x() + part->x() * inner.width(), inner.y() + part->y() * inner.height(),
+                             part->width() * inner.width(), part->height() * inner.height()),
+            ink);
+        return;
+    }
+    if (symbol.startsWith(QLatin1String("rectangle.split."))) {
+        const int columns = symbol.endsWith(QLatin1String("3x1")) ? 3 : 2;
+        const int rows = symbol.endsWith(QLatin1String("2x2")) ? 2 : 1;
+        painter.drawRoundedRect(outline, pen * 1.5, pen * 1.5);
+        for (int c = 1; c < columns; ++c) {
+            const double x = outline.x() + outline.width() * c / columns;
+            painter.drawLine(QPointF(x, outline.top()), QPointF(x, outline.bottom()));
+        }
+        for (int r = 1; r < rows; ++r) {
+            const double y = outline.y() + outline.height() * r / rows;
+            painter.drawLine(QPointF(outline.left(), y), QPointF(outline.right(), y));
+        }
+        return;
+    }
+    if (symbol == QLatin1String("display.2")) {
+        painter.drawRect(QRectF(pen, size * 0.2, size * 0.5, size * 0.4));
+        painter.drawRect(QRectF(size * 0.45, size * 0.4, size * 0.5, size * 0.4));
+        return;
+    }
+    // Anything else: a round badge with the symbol's first letter.
+    painter.drawEllipse(QRectF(pen, pen, size - 2 * pen, size - 2 * pen));
+    QFont font = painter.font();
+    font.setPixelSize(int(size * 0.55));
+    font.setBold(true);
+    painter.setFont(font);
+    painter.drawText(QRectF(0, 0, size, size), Qt::AlignCenter, symbol.left(1).toUpper());
+}
+
+} // namespace
+
+QStringList SymbolIcons::themeNames(const QString &symbol) { return themeTable().value(symbol); }
+
+QIcon SymbolIcons::drawn(const QString &symbol)
+{
+    QIcon icon;
+    const QColor ink = QGuiApplication::palette().color(QPalette::WindowText);
+    for (const int size : {16, 22, 32, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(ink);
+        drawSymbol(painter, symbol, size);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    icon.setIsMask(true);
+    return icon;
+}
+
+QIcon SymbolIcons::icon(const QString &symbol)
+{
+    for (const QString &name : themeNames(symbol)) {
+        if (QIcon::hasThemeIcon(name))
+            return QIcon::fromTheme(name);
+    }
+    return drawn(symbol);
+}
+
+} // namespace tessary

@@ -1,0 +1,354 @@
+#include "app/app_controller.h"
+
+#include "core/clipboard/clipboard_store.h"
+#include "core/launcher/launcher_engine.h"
+#include "core/platform/desktop_opener.h"
+#include "core/settings/app_settings.h"
+#include "core/windows/drag_snapper.h"
+#include "platform/fake/app/fake_keystroke_sender.h"
+#include "platform/fake/clipboard/fake_pasteboard.h"
+#include "platform/fake/launcher/fake_application_catalog.h"
+#include "platform/fake/launcher/fake_file_search_backend.h"
+#include "platform/fake/launcher/recording_process_launcher.h"
+#include "platform/fake/memory_key_value_store.h"
+#include "platform/fake/windows/fake_desktop.h"
+#include "platform/fake/windows/fake_hot_key_service.h"
+#include "ui/toast.h"
+#include "ui/tray_menu.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace tessary {
+
+void PrintTo(const Rect &r, std::ostream *os) { *os << r.x << "," << r.y << " " << r.width << "x" << r.height; }
+
+namespace {
+
+class RecordingOpener final : public DesktopOpener {
+public:
+    bool openUrl(const QUrl &url) override { return record(url.toString()); }
+    bool openFile(const QString &path) override { return record(path); }
+    bool openApplication(const QString &path) override { return record(path); }
+    bool revealInFileManager(const QString &path) override { return record(path); }
+    QStringList opened;
+
+private:
+    bool record(const QString &what)
+    {
+        opened.append(what);
+        return true;
+    }
+};
+
+const RunningApp editor{4242, QStringLiteral("editor"), QStringLiteral("Editor")};
+// 1440x900 display; accessibility frame of its left half.
+const Rect leftHalfFrame{0, 0, 720, 900};
+
+// The user-facing log is resolved once per process: keep it in a folder of the test's own.
+QString logPath()
+{
+    static QTemporaryDir state;
+    static const bool redirected = qputenv("XDG_STATE_HOME", state.path().toUtf8());
+    Q_UNUSED(redirected);
+    return state.filePath(QStringLiteral("Tessary/Tessary.log"));
+}
+
+QString logText()
+{
+    QFile file(logPath());
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QString toastText()
+{
+    QWidget *toast = Toast::current();
+    if (!toast || !toast->isVisible())
+        return {};
+    auto *label = toast->findChild<QLabel *>();
+    return label ? label->text() : QString();
+}
+
+class AppControllerTest : public ::testing::Test {
+protected:
+    AppControllerTest()
+    {
+        logPath();
+        desktop.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
+        window = desktop.addWindow(editor, {100, 100, 400, 300});
+    }
+
+    AppController &controller()
+    {
+        if (!m_controller) {
+            m_controller = std::make_unique<AppController>(
+                AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard, keystrokes, defaults, opener,
+                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                data.path());
+        }
+        return *m_controller;
+    }
+    void destroyController() { m_controller.reset(); }
+
+    FakeDesktop desktop;
+    FakeHotKeyService hotKeys;
+    FakePasteboard pasteboard;
+    FakeKeystrokeSender keystrokes;
+    MemoryKeyValueStore defaults;
+    RecordingOpener opener;
+    FakeFileSearchBackend fileSearch;
+    RecordingProcessLauncher processes;
+    QTemporaryDir data;
+    WindowId window = 0;
+
+private:
+    std::unique_ptr<AppController> m_controller;
+};
+
+TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOnes)
+{
+    const struct {
+        const char *name;
+        std::function<void(AppSettings &, FakeHotKeyService &)> arrange;
+        QSet<HotAction> failed;
+        qsizetype registered;
+    } cases[] = {
+        {"defaults", [](AppSettings &, FakeHotKeyService &) {}, {}, 20},
+        {"a cleared shortcut is neither registered nor failed",
+            [](AppSettings &settings, FakeHotKeyService &) { settings.set(std::nullopt, HotAction::rightHalf); }, {},
+            19},
+        {"a combination held by another application fails",
+            [](AppSettings &, FakeHotKeyService &service) {
+                service.holdByOtherApp(defaultCombo(HotAction::leftHalf));
+            },
+            {HotAction::leftHalf}, 19},
+        {"of two equal combinations the later action fails",
+            [](AppSettings &settings, FakeHotKeyService &) {
+                settings.set(defaultCombo(HotAction::leftHalf), HotAction::center);
+            },
+            {HotAction::center}, 19},
+    };
+    for (const auto &c : cases) {
+        FakeHotKeyService service;
+        MemoryKeyValueStore store;
+        AppSettings settings(store);
+        c.arrange(settings, service);
+        AppController subject(AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store,
+                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+            data.path());
+        subject.registerHotkeys();
+        EXPECT_EQ(subject.failed(), c.failed) << c.name;
+        EXPECT_EQ(service.registrationCount(), c.registered) << c.name;
+    }
+}
+
+TEST_F(AppControllerTest, aCustomShortcutReplacesTheDefault)
+{
+    const KeyCombo custom{0, KeyCombo::control | KeyCombo::shift};
+    AppSettings(defaults).set(custom, HotAction::leftHalf);
+    controller().registerHotkeys();
+    EXPECT_TRUE(hotKeys.isRegistered(custom));
+    EXPECT_FALSE(hotKeys.isRegistered(defaultCombo(HotAction::leftHalf)));
+}
+
+TEST_F(AppControllerTest, aPressedShortcutSnapsTheFrontWindowAndIsLogged)
+{
+    controller().registerHotkeys();
+    ASSERT_TRUE(hotKeys.press(defaultCombo(HotAction::leftHalf)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.windowFrame(window) == leftHalfFrame; }));
+    EXPECT_TRUE(logText().contains(QLatin1String(" +0000 shortcut fired: leftHalf\n")));
+
+    ASSERT_TRUE(hotKeys.press(defaultCombo(HotAction::restore)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.windowFrame(window) == Rect{100, 100, 400, 300}; }));
+}
+
+TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
+{
+    const struct {
+        const char *name;
+        std::function<void(FakeDesktop &, WindowId)> arrange;
+        HotAction action;
+        QString message;
+    } cases[] = {
+        {"untrusted", [](FakeDesktop &d, WindowId) { d.setTrusted(false); }, HotAction::leftHalf,
+            QStringLiteral("Tessary needs Accessibility permission to move windows.")},
+        {"no window", [](FakeDesktop &d, WindowId w) { d.closeWindow(w); }, HotAction::maximize,
+            QStringLiteral("No window to move.")},
+        {"full screen", [](FakeDesktop &d, WindowId w) { d.setFullScreen(w, true); }, HotAction::center,
+            QStringLiteral("Full-screen windows can't be snapped.")},
+        {"immovable", [](FakeDesktop &d, WindowId w) { d.setAcceptsMoves(w, false); }, HotAction::topLeft,
+            QStringLiteral("This window can't be moved or resized.")},
+    };
+    for (const auto &c : cases) {
+        FakeDesktop fresh;
+        fresh.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
+        const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
+        c.arrange(fresh, w);
+        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener,
+                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+            data.path());
+        subject.perform(c.action);
+        EXPECT_EQ(toastText(), c.message) << c.name;
+    }
+}
+
+TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
+{
+    controller().launchApp({});
+    EXPECT_EQ(toastText(),
+        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher ⌃⌥Space  \u00B7  Clipboard ⌃⌥V"));
+    destroyController();
+
+    AppSettings(defaults).set(std::nullopt, HotAction::launcher);
+    hotKeys.holdByOtherApp(defaultCombo(HotAction::maximize));
+    EXPECT_EQ(AppController::startupMessage(AppSettings(defaults)),
+        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher not set  \u00B7  Clipboard ⌃⌥V"));
+    controller().launchApp({});
+    EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::maximize});
+    EXPECT_EQ(toastText(),
+        QString::fromUtf16(
+            u"Some Tessary shortcuts are taken by another app. Open Settings \u203A General to see which."));
+}
+
+TEST_F(AppControllerTest, startupWatchesTheClipboardAndStartsDragSnapping)
+{
+    controller().launchApp({});
+    pasteboard.copyText(QStringLiteral("copied"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return controller().clipboard().items().size() == 1; }));
+    EXPECT_EQ(controller().clipboard().items().first().text, QStringLiteral("copied"));
+    ASSERT_TRUE(controller().dragSnapper());
+    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
+}
+
+TEST_F(AppControllerTest, theAccessibilityPromptComesOnlyOnTheFirstUntrustedLaunch)
+{
+    const QString asked = QString::fromLatin1(AppController::askedAccessibilityKey);
+    desktop.setTrusted(false);
+
+    controller().launchApp({QStringLiteral("--show"), QStringLiteral("clipboard")});
+    EXPECT_FALSE(defaults.boolean(asked)) << "--show ends start-up before the prompt";
+    EXPECT_FALSE(controller().trayMenu().menu()->isVisible());
+    destroyController();
+
+    controller().launchApp({});
+    EXPECT_EQ(defaults.boolean(asked), true);
+    EXPECT_TRUE(controller().trayMenu().menu()->isVisible()) << "brought forward in place of the settings window";
+    controller().trayMenu().menu()->hide();
+    destroyController();
+
+    controller().launchApp({});
+    EXPECT_FALSE(controller().trayMenu().menu()->isVisible());
+}
+
+TEST_F(AppControllerTest, aMenuChoiceRunsItsActionAfterTheMenuHasClosed)
+{
+    controller().launchApp({});
+    ASSERT_TRUE(controller().trayMenu().trigger(QStringLiteral("Left half")));
+    EXPECT_EQ(desktop.windowFrame(window), (Rect{100, 100, 400, 300}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.windowFrame(window) == leftHalfFrame; }));
+    EXPECT_TRUE(logText().contains(QLatin1String("shortcut fired: leftHalf\n")));
+}
+
+TEST_F(AppControllerTest, aPendingMenuChoiceDiesWithTheController)
+{
+    controller().launchApp({});
+    ASSERT_TRUE(controller().trayMenu().trigger(QStringLiteral("Maximize")));
+    destroyController();
+    QTest::qWait(int(AppController::menuDelay.count()) * 3);
+    EXPECT_EQ(desktop.windowFrame(window), (Rect{100, 100, 400, 300}));
+}
+
+TEST_F(AppControllerTest, pauseTogglesTheHistoryAndItsCheckMark)
+{
+    controller().launchApp({});
+    QAction *pause = controller().trayMenu().pauseItem();
+    for (const bool paused : {true, false}) {
+        ASSERT_TRUE(controller().trayMenu().trigger(QStringLiteral("Pause Clipboard History")));
+        EXPECT_EQ(controller().clipboard().paused(), paused);
+        EXPECT_EQ(pause->isChecked(), paused);
+    }
+    controller().togglePause();
+    pasteboard.copyText(QStringLiteral("while paused"));
+    QTest::qWait(50);
+    EXPECT_TRUE(controller().clipboard().items().isEmpty());
+    EXPECT_TRUE(pause->isChecked());
+}
+
+TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
+{
+    controller().schedulePaste();
+    EXPECT_EQ(keystrokes.pastes, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keystrokes.pastes == 1; }));
+
+    desktop.setTrusted(false);
+    controller().schedulePaste();
+    QTest::qWait(int(AppController::pasteDelay.count()) * 3);
+    EXPECT_EQ(keystrokes.pastes, 1);
+    EXPECT_EQ(toastText(),
+        QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."));
+}
+
+TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
+{
+    controller().launchApp({});
+    LauncherActions &actions = controller().launcher().actions;
+
+    actions.copy(QStringLiteral("42"));
+    EXPECT_EQ(pasteboard.content().string, QStringLiteral("42"));
+    EXPECT_EQ(toastText(), QStringLiteral("Copied 42"));
+    actions.paste(QStringLiteral("snippet text"));
+    EXPECT_EQ(pasteboard.content().string, QStringLiteral("snippet text"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keystrokes.pastes == 1; }));
+    EXPECT_TRUE(controller().clipboard().items().isEmpty()) << "our own writes are not history";
+
+    pasteboard.copyText(QStringLiteral("from another app"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return controller().clipboard().items().size() == 1; }));
+    actions.pasteClip(controller().clipboard().items().first());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return keystrokes.pastes == 2; }));
+
+    actions.open(QUrl(QStringLiteral("https://example.org/")));
+    EXPECT_EQ(opener.opened, QStringList{QStringLiteral("https://example.org/")});
+}
+
+TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
+{
+    controller().launchApp({});
+    SettingsData changed = controller().settings().data();
+    changed.gap = 12;
+    changed.dragSnap = false;
+    changed.clipboardMax = 7;
+    changed.clipboardRetentionDays = 3;
+    changed.clipboardExcluded = {QStringLiteral("keepass")};
+    controller().settings().setData(changed);
+    EXPECT_EQ(controller().windows().gap(), 12);
+    EXPECT_FALSE(controller().dragSnapper()->enabled());
+    EXPECT_EQ(controller().clipboard().maxItems, 7);
+    EXPECT_EQ(controller().clipboard().retentionDays, 3);
+    EXPECT_EQ(controller().clipboard().excludedApps, QSet<QString>{QStringLiteral("keepass")});
+
+    controller().setSuspended(true);
+    EXPECT_EQ(hotKeys.registrationCount(), 0);
+    controller().settings().set(std::nullopt, HotAction::center);
+    EXPECT_EQ(hotKeys.registrationCount(), 0);
+    controller().setSuspended(false);
+    EXPECT_EQ(hotKeys.registrationCount(), 19);
+}
+
+TEST_F(AppControllerTest, forwardedArgumentsDriveTheMenuOrBringItForward)
+{
+    controller().launchApp({});
+    controller().onForwarded({QStringLiteral("--menu"), QStringLiteral("Pause Clipboard History")});
+    EXPECT_TRUE(controller().clipboard().paused());
+    controller().onForwarded({});
+    EXPECT_TRUE(controller().trayMenu().menu()->isVisible());
+    controller().trayMenu().menu()->hide();
+}
+
+} // namespace
+} // namespace tessary

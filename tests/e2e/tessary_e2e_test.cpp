@@ -1,0 +1,187 @@
+// The built tessary with a fresh home in the test X session, observed only
+// through real clients (xdotool, xclip, xwininfo, xprop) and the files it writes.
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRect>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+QString run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(10000);
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
+}
+
+QString xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
+
+void copyText(const QByteArray &text)
+{
+    // xclip forks a process that serves the selection until another owner takes it.
+    run(QStringLiteral("xclip"), {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")},
+        text);
+}
+
+// The window as the user sees it: client area plus the window manager's frame.
+std::optional<QRect> outerFrame(quint64 window)
+{
+    const QString id = QString::number(window);
+    const QString info = run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), id});
+    const QString extents
+        = run(QStringLiteral("xprop"), {QStringLiteral("-id"), id, QStringLiteral("_NET_FRAME_EXTENTS")});
+    const auto number = [&](const QString &label) {
+        const QRegularExpressionMatch match = QRegularExpression(label + QStringLiteral(R"(:\s+(-?\d+))")).match(info);
+        return match.hasMatch() ? std::optional<int>(match.captured(1).toInt()) : std::nullopt;
+    };
+    const QRegularExpressionMatch frame
+        = QRegularExpression(QStringLiteral(R"(= (\d+), (\d+), (\d+), (\d+))")).match(extents);
+    const auto x = number(QStringLiteral("Absolute upper-left X"));
+    const auto y = number(QStringLiteral("Absolute upper-left Y"));
+    const auto width = number(QStringLiteral("Width"));
+    const auto height = number(QStringLiteral("Height"));
+    if (!x || !y || !width || !height || !frame.hasMatch())
+        return std::nullopt;
+    const int left = frame.captured(1).toInt(), right = frame.captured(2).toInt();
+    const int top = frame.captured(3).toInt(), bottom = frame.captured(4).toInt();
+    return QRect(*x - left, *y - top, *width + left + right, *height + top + bottom);
+}
+
+class Tessary : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(home.isValid());
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), home.path());
+        for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
+            environment.remove(QString::fromLatin1(name));
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
+        m_environment = environment;
+        tessary.setProcessEnvironment(environment);
+        tessary.start(QStringLiteral(TESSARY_BINARY), {});
+        ASSERT_TRUE(tessary.waitForStarted());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return stderrText().contains(QLatin1String("ready at")); }, 20000))
+            << stderrText().toStdString();
+    }
+
+    void TearDown() override
+    {
+        tessary.terminate();
+        if (!tessary.waitForFinished(5000))
+            tessary.kill();
+    }
+
+    QString stderrText()
+    {
+        m_stderr += QString::fromLocal8Bit(tessary.readAllStandardError());
+        return m_stderr;
+    }
+
+    // Runs a second tessary with the same home and display; its exit code.
+    int startAgain(const QStringList &arguments)
+    {
+        QProcess second;
+        second.setProcessEnvironment(m_environment);
+        second.start(QStringLiteral(TESSARY_BINARY), arguments);
+        if (!second.waitForFinished(20000))
+            return -1;
+        return second.exitStatus() == QProcess::NormalExit ? second.exitCode() : -1;
+    }
+
+    QString fileText(const QString &relative) const
+    {
+        QFile file(home.filePath(relative));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+    QString history() const { return fileText(QStringLiteral(".local/share/Tessary/clipboard.json")); }
+    QString log() const { return fileText(QStringLiteral(".local/state/Tessary/Tessary.log")); }
+
+    QTemporaryDir home;
+    QProcess tessary;
+
+private:
+    QProcessEnvironment m_environment;
+    QString m_stderr;
+};
+
+TEST_F(Tessary, snapsTheActiveXtermToItsMonitorsLeftHalfAndRestoresIt)
+{
+    QProcess xterm;
+    xterm.start(QStringLiteral("xterm"), {QStringLiteral("-title"), QStringLiteral("tessary-e2e-xterm")});
+    const quint64 window = xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"),
+                                       QStringLiteral("tessary-e2e-xterm")})
+                               .toULongLong();
+    ASSERT_NE(window, 0u);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return xdotool({QStringLiteral("getactivewindow")}).toULongLong() == window; }));
+    const std::optional<QRect> before = outerFrame(window);
+    ASSERT_TRUE(before);
+
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+Left")});
+    // The left half of the 1920x1080 monitor; xterm rounds its size down to whole character cells.
+    const auto isLeftHalf = [](const QRect &frame) {
+        return frame.topLeft() == QPoint(0, 0) && frame.width() > 940 && frame.width() <= 960 && frame.height() > 1060
+            && frame.height() <= 1080;
+    };
+    std::optional<QRect> snapped;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        snapped = outerFrame(window);
+        return snapped && isLeftHalf(*snapped);
+    })) << (snapped ? snapped->width() : -1);
+    EXPECT_TRUE(log().contains(QLatin1String(" +0000 shortcut fired: leftHalf\n"))) << log().toStdString();
+
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+BackSpace")});
+    std::optional<QRect> restored;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        restored = outerFrame(window);
+        return restored == before;
+    }));
+    EXPECT_TRUE(log().contains(QLatin1String("shortcut fired: restore\n")));
+    xterm.kill();
+    xterm.waitForFinished();
+}
+
+TEST_F(Tessary, recordsACopyWithinASecondUnlessPausedFromTheMenu)
+{
+    copyText("copied while running");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return history().contains(QLatin1String("copied while running")); }, 1000));
+
+    ASSERT_EQ(startAgain({QStringLiteral("--menu"), QStringLiteral("Pause Clipboard History")}), 0);
+    copyText("copied while paused");
+    QTest::qWait(1500);
+    EXPECT_FALSE(history().contains(QLatin1String("copied while paused")));
+
+    // Resumed, the very same kind of copy is recorded again.
+    ASSERT_EQ(startAgain({QStringLiteral("--menu"), QStringLiteral("Pause Clipboard History")}), 0);
+    copyText("copied after resuming");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return history().contains(QLatin1String("copied after resuming")); }, 1000));
+}
+
+TEST_F(Tessary, aSecondStartExitsAndLeavesTheFirstRunning)
+{
+    EXPECT_EQ(startAgain({}), 0);
+    EXPECT_EQ(tessary.state(), QProcess::Running);
+    // A child forked on the way to starting a helper (a session bus) carries the
+    // same command line for a moment: wait until only instances remain.
+    QString processes;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        processes = run(QStringLiteral("pgrep"), {QStringLiteral("-f"), QStringLiteral(TESSARY_BINARY)});
+        return processes.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size() == 1;
+    })) << processes.toStdString();
+    // Said once, in the log and on stderr: the test session has no tray.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stderrText().contains(QLatin1String("menu is unavailable")); }));
+    EXPECT_EQ(log().count(QLatin1String("the Tessary menu is unavailable")), 1);
+    EXPECT_EQ(stderrText().count(QLatin1String("the Tessary menu is unavailable")), 1);
+}
+
+} // namespace
