@@ -22,11 +22,6 @@ constexpr uint16_t coreModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_
 
 constexpr quint32 altL = 0xffe9, altR = 0xffea, metaL = 0xffe7, superL = 0xffeb, superR = 0xffec, numLock = 0xff7f;
 
-struct KeySymbolsDeleter {
-    void operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
-};
-using KeySymbols = std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter>;
-
 // The four lock states in grab order; a variant already listed is skipped.
 std::array<uint16_t, 4> lockVariants(uint16_t numLockMask)
 {
@@ -44,10 +39,15 @@ X11HotKeyService::X11HotKeyService(X11Connection &x11)
 X11HotKeyService::~X11HotKeyService()
 {
     for (const Grab &grab : std::as_const(m_grabs))
-        ungrab(grab, 4);
+        ungrab(grab);
     m_x11.sync();
     if (auto *app = QCoreApplication::instance())
         app->removeNativeEventFilter(this);
+}
+
+void X11HotKeyService::KeySymbolsDeleter::operator()(xcb_key_symbols_t *symbols) const
+{
+    xcb_key_symbols_free(symbols);
 }
 
 void X11HotKeyService::setPressedHandler(std::function<void(quint32 id)> handler) { m_handler = std::move(handler); }
@@ -58,7 +58,7 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
     const std::optional<xcb_keycode_t> keycode = keysym ? keycodeFor(*keysym) : std::nullopt;
     if (!keycode)
         return std::nullopt;
-    const ModifierMasks masks = modifierMasks();
+    const ModifierMasks masks = keyboard().masks;
     Grab grab;
     grab.keycode = *keycode;
     grab.locks = XCB_MOD_MASK_LOCK | masks.numLock;
@@ -78,17 +78,26 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
 
     xcb_connection_t *connection = m_x11.connection();
     const std::array<uint16_t, 4> variants = lockVariants(masks.numLock);
-    for (int i = 0; i < int(variants.size()); ++i) {
-        const auto cookie = xcb_grab_key_checked(connection, 0, m_x11.root(), grab.modifiers | variants[i],
-            grab.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    // All four grabs go out before any answer is awaited: one round trip per combination.
+    std::array<xcb_void_cookie_t, 4> cookies;
+    for (size_t i = 0; i < variants.size(); ++i) {
+        cookies[i] = xcb_grab_key_checked(connection, 0, m_x11.root(), grab.modifiers | variants[i], grab.keycode,
+            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    }
+    bool refused = false;
+    for (const xcb_void_cookie_t &cookie : cookies) {
         if (xcb_generic_error_t *error = xcb_request_check(connection, cookie)) {
             if (error->error_code != badAccess)
                 qCWarning(lcX11Windows) << "grabbing key" << grab.keycode << "failed with X error" << error->error_code;
             std::free(error);
-            ungrab(grab, i);
-            xcb_flush(connection);
-            return std::nullopt;
+            refused = true;
         }
+    }
+    if (refused) {
+        // Ungrabbing a variant another client holds leaves that client's grab alone.
+        ungrab(grab);
+        xcb_flush(connection);
+        return std::nullopt;
     }
     const quint64 reference = m_nextReference++;
     m_grabs.insert(reference, grab);
@@ -100,16 +109,16 @@ void X11HotKeyService::unregisterHotKey(quint64 reference)
     const auto found = m_grabs.constFind(reference);
     if (found == m_grabs.cend())
         return;
-    ungrab(*found, 4);
+    ungrab(*found);
     m_x11.sync();
     m_grabs.erase(found);
 }
 
-void X11HotKeyService::ungrab(const Grab &grab, int variants)
+void X11HotKeyService::ungrab(const Grab &grab)
 {
     const std::array<uint16_t, 4> locks = lockVariants(grab.locks & ~XCB_MOD_MASK_LOCK);
-    for (int i = 0; i < variants; ++i)
-        xcb_ungrab_key(m_x11.connection(), grab.keycode, m_x11.root(), grab.modifiers | locks[i]);
+    for (const uint16_t lock : locks)
+        xcb_ungrab_key(m_x11.connection(), grab.keycode, m_x11.root(), grab.modifiers | lock);
 }
 
 bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
@@ -118,6 +127,10 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
         return false;
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     const uint8_t type = event->response_type & 0x7f;
+    if (type == XCB_MAPPING_NOTIFY) {
+        m_keyboard.reset();
+        return false;
+    }
     if (type == XCB_KEY_RELEASE) {
         if (static_cast<const xcb_key_release_event_t *>(message)->detail == m_heldKey)
             m_heldKey = 0;
@@ -141,14 +154,24 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
     return false;
 }
 
-X11HotKeyService::ModifierMasks X11HotKeyService::modifierMasks() const
+const X11HotKeyService::Keyboard &X11HotKeyService::keyboard()
+{
+    if (!m_keyboard) {
+        Keyboard keyboard;
+        keyboard.symbols.reset(xcb_key_symbols_alloc(m_x11.connection()));
+        keyboard.masks = readModifierMasks(keyboard.symbols.get());
+        m_keyboard = std::move(keyboard);
+    }
+    return *m_keyboard;
+}
+
+X11HotKeyService::ModifierMasks X11HotKeyService::readModifierMasks(xcb_key_symbols_t *symbols) const
 {
     ModifierMasks masks;
     xcb_connection_t *connection = m_x11.connection();
     auto *reply = xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr);
     if (!reply)
         return masks;
-    const KeySymbols symbols(xcb_key_symbols_alloc(connection));
     const xcb_keycode_t *keycodes = xcb_get_modifier_mapping_keycodes(reply);
     const int perModifier = reply->keycodes_per_modifier;
     bool altFound = false;
@@ -159,7 +182,7 @@ X11HotKeyService::ModifierMasks X11HotKeyService::modifierMasks() const
             const xcb_keycode_t keycode = keycodes[index * perModifier + k];
             if (keycode == 0)
                 continue;
-            const xcb_keysym_t sym = xcb_key_symbols_get_keysym(symbols.get(), keycode, 0);
+            const xcb_keysym_t sym = xcb_key_symbols_get_keysym(symbols, keycode, 0);
             if (sym == altL || sym == altR) {
                 masks.alt = mask;
                 altFound = true;
@@ -176,16 +199,16 @@ X11HotKeyService::ModifierMasks X11HotKeyService::modifierMasks() const
     return masks;
 }
 
-std::optional<xcb_keycode_t> X11HotKeyService::keycodeFor(quint32 keysym) const
+std::optional<xcb_keycode_t> X11HotKeyService::keycodeFor(quint32 keysym)
 {
-    const KeySymbols symbols(xcb_key_symbols_alloc(m_x11.connection()));
+    xcb_key_symbols_t *symbols = keyboard().symbols.get();
     if (!symbols)
         return std::nullopt;
     const xcb_setup_t *setup = xcb_get_setup(m_x11.connection());
     // A key that gives the symbol unshifted first: that is the key position.
     for (int column = 0; column < 2; ++column) {
         for (int keycode = setup->min_keycode; keycode <= setup->max_keycode; ++keycode) {
-            if (xcb_key_symbols_get_keysym(symbols.get(), xcb_keycode_t(keycode), column) == keysym)
+            if (xcb_key_symbols_get_keysym(symbols, xcb_keycode_t(keycode), column) == keysym)
                 return xcb_keycode_t(keycode);
         }
     }

@@ -6,6 +6,12 @@
 #include <QAbstractNativeEventFilter>
 #include <QHash>
 
+#include <memory>
+#include <optional>
+
+struct _XCBKeySymbols;
+typedef struct _XCBKeySymbols xcb_key_symbols_t;
+
 namespace tessary {
 
 // Hot keys as passive key grabs on the root window. A combination is grabbed
@@ -43,12 +49,23 @@ private:
         uint16_t super = XCB_MOD_MASK_4;
     };
 
+    struct KeySymbolsDeleter {
+        void operator()(xcb_key_symbols_t *symbols) const;
+    };
+    // The keyboard mapping as last read; dropped when the server announces a new one.
+    struct Keyboard {
+        std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter> symbols;
+        ModifierMasks masks;
+    };
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    ModifierMasks modifierMasks() const;
-    std::optional<xcb_keycode_t> keycodeFor(quint32 keysym) const;
-    void ungrab(const Grab &grab, int variants);
+    const Keyboard &keyboard();
+    ModifierMasks readModifierMasks(xcb_key_symbols_t *symbols) const;
+    std::optional<xcb_keycode_t> keycodeFor(quint32 keysym);
+    void ungrab(const Grab &grab);
 
     X11Connection &m_x11;
+    std::optional<Keyboard> m_keyboard;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
     // The key of a hot key that is down: its auto-repeated presses do not fire.
