@@ -49,14 +49,15 @@ qint64 X11Clients::pid(xcb_window_t window) const
 qint64 X11Clients::resourcePid(xcb_window_t window) const
 {
     xcb_connection_t *connection = m_x11.connection();
-    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto cookie = xcb_res_query_client_ids(connection, 1, &spec);
+    const xcb_res_client_id_spec_t query{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const auto cookie = xcb_res_query_client_ids(connection, 1, &query);
     auto *reply = xcb_res_query_client_ids_reply(connection, cookie, nullptr);
     if (!reply)
         return 0;
     qint64 pid = 0;
     for (auto it = xcb_res_query_client_ids_ids_iterator(reply); it.rem; xcb_res_client_id_value_next(&it)) {
-        if ((it.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) && it.data->length == 4) {
+        const auto &[client, length] = *it.data;
+        if ((client.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) && length == 4) {
             pid = *xcb_res_client_id_value_value(it.data);
             break;
         }
