@@ -1,7 +1,6 @@
 #include "core/clipboard/clipboard_store.h"
 #include "platform/fake/clipboard/fake_pasteboard.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -125,12 +124,3 @@ BENCHMARK(BM_Search)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -3,7 +3,6 @@
 // walk while it is fresh.
 #include "platform/x11/launcher/home_walk_file_search.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -68,12 +67,3 @@ BENCHMARK(laterSearchReusesTheWalk)->Arg(10000)->Arg(50000)->Unit(benchmark::kMi
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

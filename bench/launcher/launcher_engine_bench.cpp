@@ -12,7 +12,6 @@
 #include "platform/fake/launcher/recording_process_launcher.h"
 #include "platform/fake/memory_key_value_store.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -170,12 +169,3 @@ BENCHMARK(quickResultsClipboard)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
