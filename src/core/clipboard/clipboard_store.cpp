@@ -204,8 +204,7 @@ void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceAp
     const auto duplicate = std::find_if(
         m_items.begin(), m_items.end(), [&](const ClipItem &item) { return item.hash == candidate.hash; });
     if (duplicate != m_items.end()) {
-        ClipItem moved = std::move(*duplicate);
-        m_items.erase(duplicate);
+        ClipItem moved = m_items.takeAt(duplicate - m_items.begin());
         moved.date = now;
         if (sourceApp)
             moved.sourceApp = std::move(sourceApp);
@@ -318,10 +317,14 @@ void ClipboardStore::copy(const ClipItem &item, bool plainTextOnly)
     case ClipItem::Kind::image:
         if (item.imageFile) {
             // A picture recorded a moment ago may still be on its way to the disk.
-            m_files.waitForIdle();
-            QFile file(imagesDirectory() + u'/' + *item.imageFile);
-            if (file.open(QIODevice::ReadOnly))
-                m_pasteboard.writeImage(file.readAll());
+            const QString path = imagesDirectory() + u'/' + *item.imageFile;
+            if (const auto queued = m_files.pending(path)) {
+                m_pasteboard.writeImage(*queued);
+            } else {
+                QFile file(path);
+                if (file.open(QIODevice::ReadOnly))
+                    m_pasteboard.writeImage(file.readAll());
+            }
         }
         break;
     case ClipItem::Kind::files: {
@@ -356,9 +359,14 @@ void ClipboardStore::load()
     QFile file(historyFilePath());
     if (!file.open(QIODevice::ReadOnly))
         return;
-    auto decoded = ClipItem::listFromJson(file.readAll());
+    const QByteArray bytes = file.readAll();
+    auto decoded = ClipItem::listFromJson(bytes);
     if (!decoded) {
-        qCWarning(lcClipboard) << "ignoring undecodable" << historyFilePath();
+        // Starting empty means the next save replaces the file: keep what may hold pinned entries.
+        const auto kept = DataDirectory::keepUnreadableCopy(historyFilePath(), bytes);
+        qCWarning(lcClipboard).noquote() << "cannot decode" << historyFilePath() << "; the history starts empty"
+                                         << (kept ? QStringLiteral("and the old file is kept as ") + *kept
+                                                  : QStringLiteral("and the old file could not be kept"));
         return;
     }
     decoded->removeIf([this](const ClipItem &item) {

@@ -38,7 +38,9 @@ public:
     static const QSet<QString> &skipTypes();
 
     // Remembers the pasteboard's current change count (what is on it now is
-    // not recorded), creates `directory`/"images" and loads the history.
+    // not recorded), creates `directory`/"images" and loads the history. An
+    // undecodable history file is kept beside it (DataDirectory::keepUnreadableCopy)
+    // and the history starts empty.
     // Nothing is polled until startMonitoring.
     ClipboardStore(QString directory, Pasteboard &pasteboard, QObject *parent = nullptr);
     ~ClipboardStore() override;
@@ -87,7 +89,8 @@ public:
     QList<ClipItem> search(const QString &query) const;
     // Puts the entry's content back on the pasteboard without touching the
     // history; the next poll records nothing. Files go as plain text paths
-    // when `plainTextOnly`. An image whose file cannot be read leaves the pasteboard empty.
+    // when `plainTextOnly`. An image whose file cannot be read leaves the
+    // pasteboard empty; one still on its way to the disk is not waited for.
     void copy(const ClipItem &item, bool plainTextOnly);
 
     // Files are written in the background; this returns once the history
