@@ -69,13 +69,15 @@ TEST(BackgroundFileWriter, finishesQueuedWritesBeforeItIsDestroyed)
         EXPECT_EQ(contents(dir.filePath(QString::number(i))), QByteArray::number(i));
 }
 
-// The names of the files that were put in place in `folder`, in the order they landed.
+// The names (without a dot, unlike temporaries) of the files put in place in
+// `folder`, in the order they landed.
 class LandingOrder {
 public:
     explicit LandingOrder(const QString &folder)
         : m_fd(inotify_init1(IN_NONBLOCK))
     {
-        inotify_add_watch(m_fd, QFile::encodeName(folder).constData(), IN_MOVED_TO);
+        // A new file is linked in place, an existing one replaced by a rename.
+        inotify_add_watch(m_fd, QFile::encodeName(folder).constData(), IN_CREATE | IN_MOVED_TO);
     }
     ~LandingOrder() { ::close(m_fd); }
 
@@ -87,7 +89,9 @@ public:
         while ((size = ::read(m_fd, buffer, sizeof buffer)) > 0) {
             for (ssize_t at = 0; at < size;) {
                 const auto *event = reinterpret_cast<const inotify_event *>(buffer + at);
-                names.append(QString::fromUtf8(event->name));
+                const QString name = QString::fromUtf8(event->name);
+                if (!name.contains(u'.'))
+                    names.append(name);
                 at += ssize_t(sizeof(inotify_event)) + event->len;
             }
         }

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -83,10 +84,13 @@ protected:
         m_pasteboard.copyText(text, extraTypes);
         m_store->poll();
     }
+    // Large pictures are hashed on the thread pool and recorded back on this thread.
     void copy(FakePasteboard::Content content)
     {
         m_pasteboard.setContent(std::move(content));
         m_store->poll();
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
     }
     // Seeding files closes the store first, so that none of its writes land afterwards.
     void writeHistory(const QList<ClipItem> &items)
@@ -123,7 +127,7 @@ protected:
         for (const QString &name : folder.entryList({QStringLiteral("clipboard.json.unreadable-*")}, QDir::Files)) {
             QFile file(folder.filePath(name));
             EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            EXPECT_EQ(file.permissions() & QFileDevice::Permissions(0x0777), ownerReadWrite);
+            EXPECT_EQ(file.permissions() & QFileDevice::Permissions(0x7077), ownerReadWrite);
             copies.append(file.readAll());
         }
         return copies;
