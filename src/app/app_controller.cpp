@@ -84,7 +84,12 @@ AppController::~AppController() { m_settings->onChange = nullptr; }
 
 QString AppController::startupMessage(const AppSettings &settings)
 {
-    return QStringLiteral("Tessary is running in the menu bar") + separator + QStringLiteral("Launcher ")
+#ifdef Q_OS_MACOS
+    const QString running = QStringLiteral("Tessary is running in the menu bar");
+#else
+    const QString running = QStringLiteral("Tessary is running in the system tray");
+#endif
+    return running + separator + QStringLiteral("Launcher ")
         + comboText(settings, HotAction::launcher) + separator + QStringLiteral("Clipboard ")
         + comboText(settings, HotAction::clipboard);
 }
@@ -283,7 +288,11 @@ void AppController::schedulePaste()
         if (!m_ports.accessibility.isTrusted()) {
             m_ports.accessibility.requestTrust();
             Toast::show(
+#ifdef Q_OS_MACOS
                 QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."),
+#else
+                QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."),
+#endif
                 3.5);
             return;
         }

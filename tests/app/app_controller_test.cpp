@@ -202,13 +202,13 @@ TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
 {
     controller().launchApp({});
     EXPECT_EQ(toastText(),
-        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher ⌃⌥Space  \u00B7  Clipboard ⌃⌥V"));
+        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher Ctrl+Alt+Space  \u00B7  Clipboard Ctrl+Alt+V"));
     destroyController();
 
     AppSettings(defaults).set(std::nullopt, HotAction::launcher);
     hotKeys.holdByOtherApp(defaultCombo(HotAction::maximize));
     EXPECT_EQ(AppController::startupMessage(AppSettings(defaults)),
-        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher not set  \u00B7  Clipboard ⌃⌥V"));
+        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher not set  \u00B7  Clipboard Ctrl+Alt+V"));
     controller().launchApp({});
     EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::maximize});
     EXPECT_EQ(toastText(),
@@ -291,7 +291,7 @@ TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
     QTest::qWait(int(AppController::pasteDelay.count()) * 3);
     EXPECT_EQ(keystrokes.pastes, 1);
     EXPECT_EQ(toastText(),
-        QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."));
+        QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."));
 }
 
 TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
