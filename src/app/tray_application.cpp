@@ -6,7 +6,9 @@
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
+#include "platform/x11/app/evdev_key_positions.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
+#include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
@@ -89,8 +91,10 @@ int runTrayApplication(int argc, char **argv)
     GioDesktopOpener opener;
     HomeWalkFileSearch fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
+    EvdevKeyPositions keyPositions;
+    XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>()};
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem};
 
     // Only this instance writes there: what a killed one left mid-write can go.
     const QString data = DataDirectory::defaultPath();
