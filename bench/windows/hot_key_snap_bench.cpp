@@ -13,6 +13,7 @@
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_clients.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
@@ -95,7 +96,8 @@ void BM_HotKeyToNewGeometry(benchmark::State &state)
     X11Screens screens(*x11);
     WindowManager manager(accessibility, workspace, screens);
     manager.setGap(8);
-    X11HotKeyService service(*x11);
+    X11KeyPositions positions(*x11);
+    X11HotKeyService service(*x11, positions);
     HotKeyCenter center(service);
     int handled = 0;
     Clock::time_point handlerStart, handlerEnd;

@@ -9,6 +9,7 @@ class ApplicationCatalog;
 class DesktopOpener;
 class FileSearchBackend;
 class HotKeyService;
+class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
 class MouseMonitor;
@@ -25,6 +26,7 @@ struct AppPorts {
     Screens &screens;
     MouseMonitor &mouse;
     HotKeyService &hotKeys;
+    KeyPositions &keyPositions;
     Pasteboard &pasteboard;
     KeystrokeSender &keystrokes;
     KeyValueStore &defaults;

@@ -12,6 +12,7 @@
 #include "platform/x11/launcher/home_walk_file_search.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
@@ -80,15 +81,16 @@ int runTrayApplication(int argc, char **argv)
     X11Workspace workspace(*x11);
     X11Screens screens(*x11);
     X11MouseMonitor mouse(*x11);
-    X11HotKeyService hotKeys(*x11);
+    X11KeyPositions keyPositions(*x11);
+    X11HotKeyService hotKeys(*x11, keyPositions);
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
     SettingsKeyValueStore defaults;
     GioDesktopOpener opener;
     HomeWalkFileSearch fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
-    const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>()};
+    const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, keyPositions, pasteboard, keystrokes,
+        defaults, opener, fileSearch, processes, std::make_shared<DesktopEntryCatalog>()};
 
     AppController controller(ports, DataDirectory::defaultPath());
     QObject::connect(&instance, &SingleInstance::forwarded, &controller, &AppController::onForwarded);

@@ -13,6 +13,7 @@
 #include "platform/fake/memory_key_value_store.h"
 #include "platform/fake/windows/fake_desktop.h"
 #include "platform/fake/windows/fake_hot_key_service.h"
+#include "platform/fake/windows/fake_key_positions.h"
 #include "ui/toast.h"
 #include "ui/tray_menu.h"
 
@@ -88,8 +89,8 @@ protected:
     {
         if (!m_controller) {
             m_controller = std::make_unique<AppController>(
-                AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard, keystrokes, defaults, opener,
-                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                AppPorts{desktop, desktop, desktop, desktop, hotKeys, keyPositions, pasteboard, keystrokes, defaults,
+                    opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
                 data.path());
         }
         return *m_controller;
@@ -98,6 +99,7 @@ protected:
 
     FakeDesktop desktop;
     FakeHotKeyService hotKeys;
+    FakeKeyPositions keyPositions;
     FakePasteboard pasteboard;
     FakeKeystrokeSender keystrokes;
     MemoryKeyValueStore defaults;
@@ -139,8 +141,9 @@ TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOne
         MemoryKeyValueStore store;
         AppSettings settings(store);
         c.arrange(settings, service);
-        AppController subject(AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store,
-                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+        AppController subject(
+            AppPorts{desktop, desktop, desktop, desktop, service, keyPositions, pasteboard, keystrokes, store, opener,
+                fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
             data.path());
         subject.registerHotkeys();
         EXPECT_EQ(subject.failed(), c.failed) << c.name;
@@ -190,8 +193,8 @@ TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
         fresh.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
         const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
         c.arrange(fresh, w);
-        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener,
-                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, keyPositions, pasteboard, keystrokes,
+                                  defaults, opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
             data.path());
         subject.perform(c.action);
         EXPECT_EQ(toastText(), c.message) << c.name;

@@ -1,4 +1,5 @@
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 
 #include "test_desktop.h"
 
@@ -17,7 +18,8 @@ constexpr quint32 allFour = KeyCombo::control | KeyCombo::option | KeyCombo::shi
 class HotKeys : public ::testing::Test {
 protected:
     HotKeys()
-        : service(desktop.x11())
+        : positions(desktop.x11())
+        , service(desktop.x11(), positions)
     {
         service.setPressedHandler([this](quint32 id) { ++presses[id]; });
     }
@@ -31,6 +33,7 @@ protected:
     }
 
     TestDesktop desktop;
+    X11KeyPositions positions;
     X11HotKeyService service;
     QHash<quint32, int> presses;
 };
@@ -163,7 +166,7 @@ TEST_F(HotKeys, aCombinationAnotherClientHoldsIsRefusedAndLeavesNothingGrabbed)
 
 TEST_F(HotKeys, grabsAreReleasedWithTheService)
 {
-    auto second = std::make_unique<X11HotKeyService>(desktop.x11());
+    auto second = std::make_unique<X11HotKeyService>(desktop.x11(), positions);
     ASSERT_TRUE(second->registerHotKey({123, controlOption}, 1));
     OtherClient other;
     EXPECT_FALSE(other.grab(other.keycodeOfLeft(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1));

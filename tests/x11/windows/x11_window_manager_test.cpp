@@ -6,6 +6,7 @@
 #include "core/windows/window_manager.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
@@ -154,7 +155,8 @@ TEST_F(WindowManagerOnX11, aHotKeyPressSnapsTheFrontWindow)
 {
     const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
     ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
-    X11HotKeyService service(desktop.x11());
+    X11KeyPositions positions(desktop.x11());
+    X11HotKeyService service(desktop.x11(), positions);
     HotKeyCenter center(service);
     const auto id = center.registerHotKey({124, KeyCombo::control | KeyCombo::option}, [this] {
         if (const auto front = AX::frontWindow(workspace, accessibility))
