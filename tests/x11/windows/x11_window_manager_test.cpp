@@ -11,6 +11,7 @@
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
+#include "root_property.h"
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +141,24 @@ TEST_F(WindowManagerOnX11, restoreBringsBackTheFrameBeforeTheFirstSnap)
     EXPECT_EQ(desktop.managedFrame(xterm.window), first);
     EXPECT_FALSE(manager.restore());
     EXPECT_EQ(desktop.managedFrame(xterm.window), first);
+}
+
+TEST_F(WindowManagerOnX11, aTopBarPublishedForThePrimaryKeepsMaximizedAndTopWindowsBelowItThereOnly)
+{
+    const RootProperty bar("_GTK_WORKAREAS_D0", "0, 32, 1920, 1048, 1920, 0, 1440, 900");
+    ASSERT_TRUE(bar.isSet());
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    for (const Layout layout : {Layout::maximize, Layout::topHalf, Layout::topLeft}) {
+        SCOPED_TRACE(rawValue(layout).toStdString());
+        ASSERT_TRUE(apply(layout, xlogo).succeeded());
+        const QRect frame = desktop.managedFrame(xlogo.window);
+        EXPECT_EQ(frame, target(layout, 0));
+        EXPECT_EQ(frame.top(), 32 + int(gap));
+    }
+    EXPECT_FALSE(manager.moveToDisplay(true));
+    ASSERT_TRUE(apply(Layout::topHalf, xlogo).succeeded());
+    EXPECT_EQ(desktop.managedFrame(xlogo.window).top(), int(gap));
 }
 
 TEST_F(WindowManagerOnX11, aFullScreenWindowIsRefused)
