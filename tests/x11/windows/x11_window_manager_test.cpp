@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <vector>
@@ -159,6 +160,22 @@ TEST_F(WindowManagerOnX11, aTopBarPublishedForThePrimaryKeepsMaximizedAndTopWind
     EXPECT_FALSE(manager.moveToDisplay(true));
     ASSERT_TRUE(apply(Layout::topHalf, xlogo).succeeded());
     EXPECT_EQ(desktop.managedFrame(xlogo.window).top(), int(gap));
+}
+
+// A tiling window manager decides sizes itself: the snap fails, and says so
+// within the bound a write waits for the window manager.
+TEST_F(WindowManagerOnX11, aTilingWindowManagerRefusesTheSnapInTime)
+{
+    if (qEnvironmentVariable("TESSARY_TEST_WM") != QLatin1String("i3"))
+        GTEST_SKIP() << "needs a tiling window manager";
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    const QRect tiled = desktop.managedFrame(xlogo.window);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(apply(Layout::topLeft, xlogo), WindowManager::ApplyResult(WindowManager::Failure::cannotMove));
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), tiled);
 }
 
 TEST_F(WindowManagerOnX11, aFullScreenWindowIsRefused)
