@@ -12,6 +12,7 @@ class HotKeyService;
 class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
+class LoginItem;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
@@ -26,7 +27,6 @@ struct AppPorts {
     Screens &screens;
     MouseMonitor &mouse;
     HotKeyService &hotKeys;
-    KeyPositions &keyPositions;
     Pasteboard &pasteboard;
     KeystrokeSender &keystrokes;
     KeyValueStore &defaults;
@@ -34,6 +34,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    const KeyPositions &keyPositions;
+    LoginItem &loginItem;
 };
 
 } // namespace tessary
