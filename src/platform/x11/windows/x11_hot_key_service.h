@@ -5,6 +5,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QHash>
+#include <QMetaObject>
 
 #include <optional>
 
@@ -63,6 +64,7 @@ private:
 
     X11Connection &m_x11;
     X11KeyPositions &m_positions;
+    QMetaObject::Connection m_keyboardChanged;
     std::optional<ModifierMasks> m_masks;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
