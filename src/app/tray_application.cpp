@@ -20,6 +20,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QIcon>
 
 #include <xcb/xcb.h>
 
@@ -51,6 +53,23 @@ bool displayReachable()
     return reachable;
 }
 
+// Outside a desktop environment Qt looks only in hicolor, which has next to no
+// icons: use a complete theme that is installed.
+void chooseIconTheme()
+{
+    const QString current = QIcon::themeName();
+    if (!current.isEmpty() && current != QLatin1String("hicolor"))
+        return;
+    for (const char *theme : {"Adwaita", "breeze", "Papirus", "elementary"}) {
+        for (const QString &path : QIcon::themeSearchPaths()) {
+            if (QFileInfo::exists(path + QLatin1Char('/') + QLatin1String(theme) + QStringLiteral("/index.theme"))) {
+                QIcon::setThemeName(QLatin1String(theme));
+                return;
+            }
+        }
+    }
+}
+
 } // namespace
 
 int runTrayApplication(int argc, char **argv)
@@ -64,6 +83,7 @@ int runTrayApplication(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
+    chooseIconTheme();
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments().mid(1);
