@@ -9,9 +9,11 @@ class ApplicationCatalog;
 class DesktopOpener;
 class FileSearchBackend;
 class HotKeyService;
+class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
 class PanelKeyboard;
+class LoginItem;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
@@ -33,6 +35,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    const KeyPositions &keyPositions;
+    LoginItem &loginItem;
     // Null where the platform's own window activation is enough (tests).
     PanelKeyboard *panelKeyboard = nullptr;
 };
