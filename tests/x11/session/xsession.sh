@@ -66,8 +66,9 @@ start)
   Xvfb "$DISPLAY" -noreset -nolisten tcp -screen 0 3360x1080x24 >"$dir/xvfb.log" 2>&1 &
   echo $! >"$dir/xvfb.pid"
   wait_for 200 xdpyinfo || { echo "Xvfb did not start"; cat "$dir/xvfb.log"; exit 1; }
-  xrandr --setmonitor LEFT 1920/508x1080/286+0+0 screen
-  xrandr --setmonitor RIGHT 1440/381x900/238+1920+0 none
+  # A server that has just started may still refuse RandR requests.
+  wait_for 20 xrandr --setmonitor LEFT 1920/508x1080/286+0+0 screen || { echo "RandR refused the monitors"; exit 1; }
+  wait_for 20 xrandr --setmonitor RIGHT 1440/381x900/238+1920+0 none || { echo "RandR refused the monitors"; exit 1; }
   start_wm
   wait_for 200 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' \
     || { echo "$wm did not start"; cat "$dir/wm.log"; exit 1; }

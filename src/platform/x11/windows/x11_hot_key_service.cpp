@@ -36,11 +36,14 @@ X11HotKeyService::X11HotKeyService(X11Connection &x11, X11KeyPositions &position
     , m_positions(positions)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
-    QObject::connect(&positions, &X11KeyPositions::keyboardChanged, &positions, [this] { regrabMovedKeys(); });
+    m_keyboardChanged
+        = QObject::connect(&positions, &X11KeyPositions::keyboardChanged, &positions, [this] { regrabMovedKeys(); });
 }
 
 X11HotKeyService::~X11HotKeyService()
 {
+    // The key positions may outlive this service.
+    QObject::disconnect(m_keyboardChanged);
     for (const Grab &grab : std::as_const(m_grabs)) {
         if (grab.keycode)
             ungrab(grab);

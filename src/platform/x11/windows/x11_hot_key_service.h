@@ -6,6 +6,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QHash>
+#include <QMetaObject>
 #include <QObject>
 
 #include <optional>
@@ -71,6 +72,7 @@ private:
     // Context of the queued thaw that follows each press's handler.
     QObject m_afterHandlers;
     X11KeyPositions &m_positions;
+    QMetaObject::Connection m_keyboardChanged;
     std::optional<ModifierMasks> m_masks;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
