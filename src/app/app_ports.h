@@ -12,6 +12,7 @@ class HotKeyService;
 class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
+class PanelKeyboard;
 class LoginItem;
 class MouseMonitor;
 class Pasteboard;
@@ -36,6 +37,8 @@ struct AppPorts {
     std::shared_ptr<const ApplicationCatalog> catalog;
     const KeyPositions &keyPositions;
     LoginItem &loginItem;
+    // Null where the platform's own window activation is enough (tests).
+    PanelKeyboard *panelKeyboard = nullptr;
 };
 
 } // namespace tessary

@@ -7,6 +7,7 @@
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
+#include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
@@ -23,6 +24,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QIcon>
 
 #include <xcb/xcb.h>
 
@@ -54,6 +57,23 @@ bool displayReachable()
     return reachable;
 }
 
+// Outside a desktop environment Qt looks only in hicolor, which has next to no
+// icons: use a complete theme that is installed.
+void chooseIconTheme()
+{
+    const QString current = QIcon::themeName();
+    if (!current.isEmpty() && current != QLatin1String("hicolor"))
+        return;
+    for (const char *theme : {"Adwaita", "breeze", "Papirus", "elementary"}) {
+        for (const QString &path : QIcon::themeSearchPaths()) {
+            if (QFileInfo::exists(path + QLatin1Char('/') + QLatin1String(theme) + QStringLiteral("/index.theme"))) {
+                QIcon::setThemeName(QLatin1String(theme));
+                return;
+            }
+        }
+    }
+}
+
 } // namespace
 
 int runTrayApplication(int argc, char **argv)
@@ -67,6 +87,7 @@ int runTrayApplication(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
+    chooseIconTheme();
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments().mid(1);
@@ -88,13 +109,14 @@ int runTrayApplication(int argc, char **argv)
     X11HotKeyService hotKeys(*x11, keyPositions);
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
+    X11PanelKeyboard panelKeyboard(*x11, hotKeys.keyboardFreeze());
     SettingsKeyValueStore defaults;
     GioDesktopOpener opener;
     HomeWalkFileSearch fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
     XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem};
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem, &panelKeyboard};
 
     // Only this instance writes there: what a killed one left mid-write can go.
     const QString data = DataDirectory::defaultPath();

@@ -33,8 +33,17 @@ constexpr double fileScore = -0.5;
 constexpr double fallbackScore = -1;
 constexpr int snippetPreviewLength = 60;
 
+// The key of the secondary action as the platform's users name it.
+QString secondaryKey()
+{
+#ifdef Q_OS_MACOS
+    return QStringLiteral("⌘↩ ");
+#else
+    return QStringLiteral("Ctrl+↩ ");
+#endif
+}
 QString openHint() { return QStringLiteral("↩ Open"); }
-QString revealHint() { return QStringLiteral("⌘↩ Reveal"); }
+QString revealHint() { return secondaryKey() + QStringLiteral("Reveal"); }
 QString searchSymbol() { return QStringLiteral("magnifyingglass"); }
 
 double scoreOrMinusOne(const QString &query, const QString &candidate)
@@ -142,7 +151,7 @@ void LauncherEngine::addCalculation(QList<LauncherResult> &rows, const QString &
     rows.append(LauncherResult{QStringLiteral("calc"), LauncherResult::Kind::calc, Calculator::format(*value, true),
         trimmed + QStringLiteral(" ="), std::nullopt, QStringLiteral("equal.circle"), calculationScore,
         QStringLiteral("↩ Copy"), [copy = actions.copy, plain] { copy(plain); },
-        [paste = actions.paste, plain] { paste(plain); }, QStringLiteral("⌘↩ Paste")});
+        [paste = actions.paste, plain] { paste(plain); }, secondaryKey() + QStringLiteral("Paste")});
 }
 
 void LauncherEngine::addClipboard(QList<LauncherResult> &rows, const QString &trimmed, const QString &lower) const

@@ -4,6 +4,7 @@
 #include "platform/x11/windows/x11_windows_logging.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <xcb/xcb_keysyms.h>
 
@@ -31,6 +32,7 @@ std::array<uint16_t, 4> lockVariants(uint16_t numLockMask)
 
 X11HotKeyService::X11HotKeyService(X11Connection &x11, X11KeyPositions &positions)
     : m_x11(x11)
+    , m_freeze(x11)
     , m_positions(positions)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -46,6 +48,7 @@ X11HotKeyService::~X11HotKeyService()
         if (grab.keycode)
             ungrab(grab);
     }
+    m_freeze.thaw();
     m_x11.sync();
     if (auto *app = QCoreApplication::instance())
         app->removeNativeEventFilter(this);
@@ -96,7 +99,7 @@ bool X11HotKeyService::sendGrab(const Grab &grab)
     std::array<xcb_void_cookie_t, 4> cookies;
     for (size_t i = 0; i < variants.size(); ++i) {
         cookies[i] = xcb_grab_key_checked(connection, 0, m_x11.root(), grab.modifiers | variants[i], grab.keycode,
-            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
     }
     bool refused = false;
     for (const xcb_void_cookie_t &cookie : cookies) {
@@ -165,6 +168,13 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
     if (type != XCB_KEY_PRESS)
         return false;
     const auto *press = static_cast<const xcb_key_press_event_t *>(message);
+    if (press->event != m_x11.root())
+        return false;
+    // Any press reported to the root came through one of the synchronous
+    // grabs and froze the keyboard: whatever happens, it is let go again,
+    // after the handler the press queues (so that a panel can take it over).
+    m_freeze.frozenBy(press->time);
+    bool matched = false;
     for (const Grab &grab : std::as_const(m_grabs)) {
         if (grab.keycode && press->detail == grab.keycode
             && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
@@ -175,10 +185,12 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
             m_heldSince = press->time;
             if (m_handler && !repeated)
                 m_handler(grab.id);
-            return true;
+            matched = true;
+            break;
         }
     }
-    return false;
+    QTimer::singleShot(0, &m_afterHandlers, [this] { m_freeze.handlerDone(); });
+    return matched;
 }
 
 const X11HotKeyService::ModifierMasks &X11HotKeyService::currentMasks()

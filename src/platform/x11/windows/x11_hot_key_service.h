@@ -1,11 +1,13 @@
 #pragma once
 
 #include "core/platform/hot_key_service.h"
+#include "platform/x11/windows/x11_keyboard_freeze.h"
 #include "platform/x11/x11_connection.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QHash>
 #include <QMetaObject>
+#include <QObject>
 
 #include <optional>
 
@@ -20,7 +22,8 @@ namespace tessary {
 // changes, the keys and modifier masks are read anew and the grabs that moved
 // are redone. The grabs end with the object. Holding a hot key down fires it once (auto-repeat is ignored
 // where the server reports repeats without releases, as it does for Qt's
-// connection). Needs the application object; main thread only.
+// connection). Each press freezes the keyboard until its handler has run
+// (see X11KeyboardFreeze). Needs the application object; main thread only.
 class X11KeyPositions;
 
 class X11HotKeyService final : public HotKeyService, private QAbstractNativeEventFilter {
@@ -34,6 +37,8 @@ public:
     void setPressedHandler(std::function<void(quint32 id)> handler) override;
     std::optional<quint64> registerHotKey(const KeyCombo &combo, quint32 id) override;
     void unregisterHotKey(quint64 reference) override;
+
+    X11KeyboardFreeze &keyboardFreeze() { return m_freeze; }
 
 private:
     struct Grab {
@@ -63,6 +68,9 @@ private:
     void regrabMovedKeys();
 
     X11Connection &m_x11;
+    X11KeyboardFreeze m_freeze;
+    // Context of the queued thaw that follows each press's handler.
+    QObject m_afterHandlers;
     X11KeyPositions &m_positions;
     QMetaObject::Connection m_keyboardChanged;
     std::optional<ModifierMasks> m_masks;
