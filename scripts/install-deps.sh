@@ -16,6 +16,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   # the test X session and its real clients
   xvfb xauth openbox xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
+  # desktop services: GNOME's file index and its SPARQL client, private session buses, locales for tests
+  libtracker-sparql-3.0-dev libstartup-notification0-dev tracker tracker-miner-fs dbus-daemon gsettings-desktop-schemas locales
 )
 
 missing=()

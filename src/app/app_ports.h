@@ -15,6 +15,7 @@ class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
 class Screens;
+class SessionControl;
 class Workspace;
 
 // The platform as the application controller sees it. Every port must
@@ -32,6 +33,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    // Runs the launcher's system commands; none are offered without it.
+    SessionControl *session = nullptr;
 };
 
 } // namespace tessary
