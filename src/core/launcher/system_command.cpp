@@ -43,7 +43,7 @@ const QList<Definition> &definitions()
             u"The Trash could not be emptied completely."_s},
         {u"eject"_s, u"Eject All Disks"_s, {u"eject"_s, u"unmount"_s, u"disk"_s}, u"eject"_s, {}, {}, osascript,
             {u"-e"_s, u"tell application \"Finder\" to eject (every disk whose ejectable is true)"_s}, Action::eject,
-            u"A disk could not be ejected. Close the files open on it and try again."_s},
+            u"A disk could not be ejected."_s},
         {u"settings"_s, u"Open System Settings"_s, {u"preferences"_s}, u"gearshape"_s, {}, {}, u"/usr/bin/open"_s,
             {u"-a"_s, u"System Settings"_s}, Action::settings, u"The settings could not be opened."_s},
         {u"logout"_s, u"Log Out"_s, {u"logout"_s, u"log out"_s, u"sign out"_s}, u"rectangle.portrait.and.arrow.right"_s,

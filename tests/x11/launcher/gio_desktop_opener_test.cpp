@@ -101,7 +101,7 @@ public:
         for (const char *name : {"_NET_STARTUP_INFO_BEGIN", "_NET_STARTUP_INFO"}) {
             xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(
                 m_connection, xcb_intern_atom(m_connection, false, std::strlen(name), name), nullptr);
-            m_atoms.append(reply ? reply->atom : XCB_ATOM_NONE);
+            m_atoms.append(reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE));
             std::free(reply);
         }
         roundTrip();
@@ -112,7 +112,7 @@ public:
     QByteArray next()
     {
         QByteArray text;
-        QTest::qWaitFor(
+        static_cast<void>(QTest::qWaitFor(
             [&] {
                 while (xcb_generic_event_t *event = xcb_poll_for_event(m_connection)) {
                     const auto *message = reinterpret_cast<const xcb_client_message_event_t *>(event);
@@ -124,7 +124,7 @@ public:
                 }
                 return false;
             },
-            5000);
+            5000));
         return text.left(text.indexOf('\0'));
     }
 
@@ -160,7 +160,7 @@ TEST(GioDesktopOpener, announcesApplicationsThatAskForStartupNotification)
     };
     const auto logged = [&log] {
         QFile file(log);
-        QTest::qWaitFor([&file] { return file.exists() && file.size() > 0; }, 5000);
+        static_cast<void>(QTest::qWaitFor([&file] { return file.exists() && file.size() > 0; }, 5000));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     };
 
@@ -175,7 +175,7 @@ TEST(GioDesktopOpener, announcesApplicationsThatAskForStartupNotification)
     EXPECT_TRUE(id.startsWith("tessary") && id.contains("_TIME")) << id.constData();
     const QByteArray message = messages.next();
     EXPECT_TRUE(message.startsWith("new: ")) << message.constData();
-    EXPECT_TRUE(message.contains("ID=" + id)) << message.constData();
+    EXPECT_TRUE(message.contains(QByteArray("ID=" + id))) << message.constData();
     EXPECT_TRUE(message.contains("NAME=Launched")) << message.constData();
 }
 

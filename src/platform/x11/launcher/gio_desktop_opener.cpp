@@ -68,9 +68,8 @@ bool GioDesktopOpener::openApplication(const QString &path)
             g_free(value);
             return bytes;
         };
-        sequence.emplace(
-            m_notifier->begin({g_app_info_get_name(G_APP_INFO(info)), g_app_info_get_executable(G_APP_INFO(info)),
-                text("Icon"), QFile::encodeName(path), text("StartupWMClass")}));
+        sequence.emplace(m_notifier->begin({g_app_info_get_name(G_APP_INFO(info)),
+            g_app_info_get_executable(G_APP_INFO(info)), text("Icon"), text("StartupWMClass")}));
         g_app_launch_context_setenv(context, "DESKTOP_STARTUP_ID", sequence->startupId().constData());
     }
     GError *error = nullptr;

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 #define SN_API_NOT_YET_FROZEN
 #include <libsn/sn.h>
 
@@ -31,7 +33,6 @@ StartupNotifier::Sequence StartupNotifier::begin(const Launch &launch)
     sn_launcher_context_set_binary_name(context, launch.binary.constData());
     if (!launch.icon.isEmpty())
         sn_launcher_context_set_icon_name(context, launch.icon.constData());
-    sn_launcher_context_set_application_id(context, launch.desktopFile.constData());
     if (!launch.wmClass.isEmpty())
         sn_launcher_context_set_wmclass(context, launch.wmClass.constData());
     sn_launcher_context_initiate(context, "tessary", launch.binary.constData(), m_userTime);
@@ -44,7 +45,16 @@ StartupNotifier::Sequence::Sequence(SnLauncherContext *context)
 {
 }
 
-StartupNotifier::Sequence::~Sequence() { sn_launcher_context_unref(m_context); }
+StartupNotifier::Sequence::Sequence(Sequence &&other) noexcept
+    : m_context(std::exchange(other.m_context, nullptr))
+{
+}
+
+StartupNotifier::Sequence::~Sequence()
+{
+    if (m_context)
+        sn_launcher_context_unref(m_context);
+}
 
 QByteArray StartupNotifier::Sequence::startupId() const
 {

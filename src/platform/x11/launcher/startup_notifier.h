@@ -28,7 +28,6 @@ public:
         QByteArray name;
         QByteArray binary;
         QByteArray icon;
-        QByteArray desktopFile;
         QByteArray wmClass;
     };
 
@@ -36,9 +35,11 @@ public:
     class Sequence {
     public:
         explicit Sequence(SnLauncherContext *context);
+        Sequence(Sequence &&other) noexcept;
         ~Sequence();
         Sequence(const Sequence &) = delete;
         Sequence &operator=(const Sequence &) = delete;
+        Sequence &operator=(Sequence &&) = delete;
 
         // For the program's DESKTOP_STARTUP_ID.
         QByteArray startupId() const;

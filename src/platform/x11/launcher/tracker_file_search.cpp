@@ -10,12 +10,13 @@ namespace tessary {
 
 namespace {
 
-const char *const namesQuery = "SELECT ?url WHERE {"
+// The files' own graph: other graphs repeat the same resources.
+const char *const namesQuery = "SELECT DISTINCT ?url ?modified WHERE { GRAPH tracker:FileSystem {"
                                "  ?file a nfo:FileDataObject ; nie:url ?url ; nfo:fileName ?name ;"
                                "        nfo:fileLastModified ?modified ."
                                "  FILTER (STRSTARTS(?url, ~home)"
                                "          && CONTAINS(tracker:case-fold(tracker:unaccent(?name)), ~text))"
-                               "} ORDER BY DESC(?modified) LIMIT 200";
+                               "} } ORDER BY DESC(?modified) LIMIT 200";
 
 } // namespace
 
@@ -23,6 +24,11 @@ const char *const namesQuery = "SELECT ?url WHERE {"
 // search was stopped and its owner destroyed; a cancelled search touches only
 // itself.
 struct TrackerFileSearch::Search {
+    explicit Search(TrackerFileSearch *searcher)
+        : owner(searcher)
+    {
+    }
+
     TrackerFileSearch *owner;
     GCancellable *cancellable = g_cancellable_new();
     std::function<void(QStringList)> finished;
@@ -57,7 +63,7 @@ TrackerFileSearch::~TrackerFileSearch()
 void TrackerFileSearch::start(const QString &text, std::function<void(QStringList paths)> finished)
 {
     stop();
-    m_search = new Search{this};
+    m_search = new Search(this);
     m_search->finished = std::move(finished);
     m_search->text = HomeWalkFileSearch::folded(text);
     if (m_connection) {

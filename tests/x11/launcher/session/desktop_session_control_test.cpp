@@ -1,6 +1,7 @@
 #include "platform/x11/launcher/session/desktop_session_control.h"
 
 #include "platform/fake/launcher/recording_process_launcher.h"
+#include "platform/x11/launcher/session/freedesktop_trash.h"
 #include "private_bus.h"
 
 #include <QDBusMetaType>
@@ -38,8 +39,10 @@ protected:
     // A control on the private bus (as both session and system bus), once it has probed.
     std::unique_ptr<DesktopSessionControl> control(DesktopFamily family, const QString &sessionId = {})
     {
-        DesktopSessionControl::Environment environment{
-            family, sessionId, m_dataHome.path(), s_bus->connect(u"client"_s), s_bus->connect(u"client"_s)};
+        // Never the trash cans of this machine's volumes.
+        DesktopSessionControl::Environment environment{family, sessionId,
+            [trash = m_dataHome.filePath(u"Trash"_s)] { return QStringList{trash}; }, s_bus->connect(u"client"_s),
+            s_bus->connect(u"client"_s)};
         auto control = std::make_unique<DesktopSessionControl>(environment, m_processes);
         bool probed = false;
         QObject::connect(control.get(), &DesktopSessionControl::probed, [&probed] { probed = true; });
@@ -52,7 +55,7 @@ protected:
     {
         std::optional<bool> outcome;
         control.perform(action, [&outcome](bool ok) { outcome = ok; });
-        QTest::qWaitFor([&outcome] { return outcome.has_value(); }, 5000);
+        static_cast<void>(QTest::qWaitFor([&outcome] { return outcome.has_value(); }, 5000));
         return outcome;
     }
 
@@ -217,6 +220,7 @@ TEST_F(DesktopSessionControlTest, darkModeFlipsKdesColorSchemeAndGnomesColorSche
 
 TEST_F(DesktopSessionControlTest, ejectUnmountsAndEjectsOnlyRemovableDrives)
 {
+    qDBusRegisterMetaType<QByteArrayList>();
     qDBusRegisterMetaType<InterfaceMap>();
     qDBusRegisterMetaType<ObjectMap>();
     const QString root = u"/org/freedesktop/UDisks2"_s;
@@ -242,11 +246,11 @@ TEST_F(DesktopSessionControlTest, ejectUnmountsAndEjectsOnlyRemovableDrives)
     const auto subject = control(DesktopFamily::other);
     ASSERT_TRUE(subject->offers(Action::eject));
     EXPECT_EQ(run(*subject, Action::eject), true);
-    EXPECT_EQ(udisks.calls,
-        (QStringList{root + u" org.freedesktop.DBus.ObjectManager.GetManagedObjects()"_s,
-            root + u"/block_devices/sdb1 org.freedesktop.UDisks2.Filesystem.Unmount({})"_s,
-            root + u"/drives/dvd org.freedesktop.UDisks2.Drive.Eject({})"_s,
-            root + u"/drives/stick org.freedesktop.UDisks2.Drive.PowerOff({})"_s}));
+    const QStringList expected{root + u" org.freedesktop.DBus.ObjectManager.GetManagedObjects()"_s,
+        root + u"/block_devices/sdb1 org.freedesktop.UDisks2.Filesystem.Unmount(a{sv})"_s,
+        root + u"/drives/dvd org.freedesktop.UDisks2.Drive.Eject(a{sv})"_s,
+        root + u"/drives/stick org.freedesktop.UDisks2.Drive.PowerOff(a{sv})"_s};
+    EXPECT_EQ(udisks.calls.join(u'\n').toStdString(), expected.join(u'\n').toStdString());
 }
 
 TEST_F(DesktopSessionControlTest, emptyingTheTrashRemovesFilesInfoAndReadOnlyFolders)
@@ -262,6 +266,7 @@ TEST_F(DesktopSessionControlTest, emptyingTheTrashRemovesFilesInfoAndReadOnlyFol
     QFile::setPermissions(trash + u"/files/folder/inner"_s, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     QFile::setPermissions(trash + u"/files/folder"_s, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
 
+    EXPECT_TRUE(FreedesktopTrash::trashFolders(m_dataHome.path()).contains(trash));
     const auto subject = control(DesktopFamily::other);
     EXPECT_EQ(run(*subject, Action::emptyTrash), true);
     EXPECT_TRUE(QDir(trash + u"/files"_s).isEmpty());

@@ -1,6 +1,7 @@
 #include "private_bus.h"
 
 #include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QUuid>
@@ -36,10 +37,9 @@ QString text(const QVariant &argument)
 {
     if (argument.canConvert<QDBusVariant>())
         return text(argument.value<QDBusVariant>().variant());
-    if (argument.typeId() == QMetaType::QVariantMap)
-        return QStringLiteral("{}");
+    // Containers by their type: "a{sv}".
     if (argument.canConvert<QDBusArgument>())
-        return QStringLiteral("{…}");
+        return argument.value<QDBusArgument>().currentSignature();
     return argument.toString();
 }
 

@@ -31,7 +31,8 @@ private:
 
 // Stand-in services: owns the given names on its own connection, answers every
 // call below its object paths from `replies` (by method name; empty replies
-// otherwise) and records each call as "path interface.Method(arguments)".
+// otherwise) and records each call as "path interface.Method(arguments)",
+// containers written as their D-Bus type.
 class StandIn : public QDBusVirtualObject {
 public:
     StandIn(const PrivateBus &bus, const QStringList &services, const QStringList &paths);

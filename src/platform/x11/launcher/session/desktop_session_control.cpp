@@ -75,8 +75,9 @@ struct DesktopSessionControl::SessionManager {
 
 DesktopSessionControl::Environment DesktopSessionControl::Environment::current()
 {
+    const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     return {desktopFamily(qEnvironmentVariable("XDG_CURRENT_DESKTOP")), qEnvironmentVariable("XDG_SESSION_ID"),
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), QDBusConnection::sessionBus(),
+        [dataHome] { return FreedesktopTrash::trashFolders(dataHome); }, QDBusConnection::sessionBus(),
         QDBusConnection::systemBus()};
 }
 
@@ -248,11 +249,7 @@ void DesktopSessionControl::endSession(Action action, std::function<void(bool)> 
 void DesktopSessionControl::emptyTrash(std::function<void(bool)> done)
 {
     runInBackground(
-        this,
-        [dataHome = m_environment.dataHome] {
-            return FreedesktopTrash::empty(FreedesktopTrash::trashFolders(dataHome));
-        },
-        std::move(done));
+        this, [folders = m_environment.trashFolders] { return FreedesktopTrash::empty(folders()); }, std::move(done));
 }
 
 } // namespace tessary

@@ -8,6 +8,9 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 namespace tessary {
 
@@ -28,8 +31,8 @@ public:
         DesktopFamily family;
         // XDG_SESSION_ID: the session logind ends when there is no session manager.
         QString sessionId;
-        // XDG_DATA_HOME, which holds the home trash.
-        QString dataHome;
+        // The trash folders to empty; called on a worker thread.
+        std::function<QStringList()> trashFolders;
         QDBusConnection sessionBus;
         QDBusConnection systemBus;
 
