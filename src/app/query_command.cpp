@@ -27,6 +27,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace tessary {
 
@@ -34,6 +35,7 @@ namespace {
 
 // Longest wait for the file rows; a slower search is left out of the answer.
 constexpr int fileSearchTimeoutMs = 15000;
+constexpr int sessionProbeTimeoutMs = 2000;
 
 // The pasteboard of a process that runs no rows and has no display: empty, and
 // nothing is ever written to it.
@@ -138,7 +140,14 @@ int runQueryCommand(int argc, char **argv)
             loop.quit();
     };
     QObject::connect(&index, &AppIndex::scanned, &loop, oneDone);
-    QObject::connect(&session, &DesktopSessionControl::probed, &loop, oneDone);
+    // A bus that does not answer delays the rows by two seconds at most.
+    bool probed = false;
+    const auto sessionDone = [&probed, &oneDone] {
+        if (!std::exchange(probed, true))
+            oneDone();
+    };
+    QObject::connect(&session, &DesktopSessionControl::probed, &loop, sessionDone);
+    QTimer::singleShot(sessionProbeTimeoutMs, &loop, sessionDone);
     index.refresh(true);
     loop.exec();
 

@@ -4,6 +4,8 @@
 #include "platform/x11/launcher/desktop_file_search.h"
 #include "session/private_bus.h"
 
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -58,7 +60,14 @@ protected:
 
     static void TearDownTestSuite()
     {
+        // The miner leaves with the bus; its folder can go once it has.
+        const QDBusReply<uint> miner
+            = s_bus->connect(u"teardown"_s).interface()->servicePid(QString::fromLatin1(TrackerFileSearch::service));
         delete s_bus;
+        if (miner.isValid()) {
+            const QString process = u"/proc/"_s + QString::number(miner.value());
+            static_cast<void>(QTest::qWaitFor([&process] { return !QFile::exists(process); }, 10000));
+        }
         delete s_root;
     }
 
