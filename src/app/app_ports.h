@@ -9,8 +9,10 @@ class ApplicationCatalog;
 class DesktopOpener;
 class FileSearchBackend;
 class HotKeyService;
+class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
+class LoginItem;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
@@ -33,6 +35,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    const KeyPositions &keyPositions;
+    LoginItem &loginItem;
     // Runs the launcher's system commands; none are offered without it.
     SessionControl *session = nullptr;
 };
