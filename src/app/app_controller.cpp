@@ -44,6 +44,13 @@ namespace {
 
 const QString separator = QString::fromUtf16(u"  \u00B7  ");
 
+QList<SystemCommand> systemCommands(SessionControl *session)
+{
+    if (!session)
+        return {};
+    return SystemCommand::sessionTable(*session, [](const QString &message) { Toast::show(message, 2.2); });
+}
+
 QString comboText(const AppSettings &settings, HotAction action)
 {
     const std::optional<KeyCombo> combo = settings.combo(action);
@@ -63,8 +70,8 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
     , m_appIndex(std::make_unique<AppIndex>(ports.catalog, ports.catalog->defaultRoots()))
     , m_usage(std::make_unique<UsageTracker>(ports.defaults))
     , m_files(std::make_unique<FileSearcher>(ports.fileSearch, QDir::homePath()))
-    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{
-          *m_settings, *m_clipboard, *m_snippets, *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard}))
+    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{*m_settings, *m_clipboard, *m_snippets,
+          *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard, systemCommands(ports.session)}))
     , m_trayMenu(std::make_unique<TrayMenu>())
     , m_launcherPanel(std::make_unique<PanelController>(
           PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard}))

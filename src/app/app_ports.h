@@ -18,6 +18,7 @@ class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
 class Screens;
+class SessionControl;
 class Workspace;
 
 // The platform as the application controller sees it. Every port must
@@ -39,6 +40,8 @@ struct AppPorts {
     LoginItem &loginItem;
     // Null where the platform's own window activation is enough (tests).
     PanelKeyboard *panelKeyboard = nullptr;
+    // Runs the launcher's system commands; none are offered without it.
+    SessionControl *session = nullptr;
 };
 
 } // namespace tessary

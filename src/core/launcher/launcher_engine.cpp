@@ -27,6 +27,8 @@ constexpr double webKeywordScore = 4000;
 constexpr double clipboardScore = 3000;
 constexpr double snippetKeywordScore = 2500;
 constexpr double systemPenalty = 20;
+// A generic name or keyword that matches exactly ranks with a name's initials.
+constexpr double otherNamePenalty = 300;
 constexpr double usageBonusPerUse = 8;
 constexpr int usageBonusMaxUses = 20;
 constexpr double fileScore = -0.5;
@@ -200,7 +202,11 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
     std::vector<Match> matches;
     for (qsizetype i = 0; i < apps.size(); ++i) {
         const AppEntry &app = apps.at(i);
-        const double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
+        double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
+        for (const QString &other : app.otherNames) {
+            if (const std::optional<double> score = Fuzzy::score(trimmed, other))
+                best = std::max(best, *score - otherNamePenalty);
+        }
         if (best >= 0)
             matches.push_back({best + usageBonus(ids.at(i)), i});
     }
@@ -221,6 +227,8 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
 void LauncherEngine::addSystemCommands(QList<LauncherResult> &rows, const QString &trimmed)
 {
     for (const SystemCommand &command : m_sources.commands) {
+        if (command.offered && !command.offered())
+            continue;
         std::optional<double> best;
         for (const QString &candidate : QStringList{command.title} + command.keywords) {
             if (const std::optional<double> score = Fuzzy::score(trimmed, candidate))
