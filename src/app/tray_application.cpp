@@ -2,6 +2,7 @@
 
 #include "app/app_controller.h"
 #include "app/single_instance.h"
+#include "app/x_display.h"
 #include "core/app/data_directory.h"
 #include "core/platform/settings_key_value_store.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
@@ -20,8 +21,6 @@
 #include <QApplication>
 #include <QDir>
 
-#include <xcb/xcb.h>
-
 #include <cstdio>
 
 namespace tessary {
@@ -33,29 +32,14 @@ constexpr const char *nestedServerHint = "Try it in a nested X server, for examp
                                          "  DISPLAY=:5 openbox &\n"
                                          "  DISPLAY=:5 tessary\n";
 
-// Qt aborts when it cannot open the display; say why instead.
-bool displayReachable()
-{
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        std::fprintf(stderr, "tessary: there is no X display (DISPLAY is not set). %s", nestedServerHint);
-        return false;
-    }
-    xcb_connection_t *probe = xcb_connect(nullptr, nullptr);
-    const bool reachable = xcb_connection_has_error(probe) == 0;
-    xcb_disconnect(probe);
-    if (!reachable) {
-        std::fprintf(
-            stderr, "tessary: cannot open the X display \"%s\". %s", qgetenv("DISPLAY").constData(), nestedServerHint);
-    }
-    return reachable;
-}
-
 } // namespace
 
-int runTrayApplication(int argc, char **argv)
+int runTrayApplication(int argc, char **argv, const QStringList &arguments)
 {
-    if (!displayReachable())
+    if (const std::optional<QString> problem = xDisplayProblem()) {
+        std::fprintf(stderr, "tessary: %s %s", qPrintable(*problem), nestedServerHint);
         return 1;
+    }
     // The backends are X11 ones, also under an XWayland session.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
@@ -65,7 +49,6 @@ int runTrayApplication(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("Tessary"));
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
-    const QStringList arguments = QApplication::arguments().mid(1);
 
     SingleInstance instance(SingleInstance::defaultServerName());
     if (!instance.claimOrForward(arguments))

@@ -1,0 +1,34 @@
+#include "app/selftest/checks/system_commands_check.h"
+
+#include "core/launcher/system_command.h"
+
+namespace tessary {
+
+SystemCommandsCheck::SystemCommandsCheck()
+    : SelfCheck(QStringLiteral("System commands"))
+{
+}
+
+void SystemCommandsCheck::run(Done done)
+{
+    const QList<SystemCommand> &offered = SystemCommand::all();
+    const QList<SystemCommand> every = SystemCommand::linuxTable([](const QString &name) { return name; });
+    QStringList available;
+    QStringList missing;
+    for (const SystemCommand &command : every) {
+        const bool found = std::any_of(offered.cbegin(), offered.cend(),
+            [&command](const SystemCommand &candidate) { return candidate.id == command.id; });
+        (found ? available : missing).append(command.title);
+    }
+    const QString finding = QStringLiteral("%1 of %2 available").arg(available.size()).arg(every.size());
+    if (missing.isEmpty()) {
+        done(CheckResult::passed(finding + QLatin1Char('.')));
+        return;
+    }
+    done(CheckResult::warning(
+        finding + QStringLiteral("; not offered: ") + missing.join(QStringLiteral(", ")) + QLatin1Char('.'),
+        QStringLiteral("Install the programs these commands use (loginctl, systemctl, gio, gsettings, a settings "
+                       "application) to have them in the launcher.")));
+}
+
+} // namespace tessary

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace tessary {
+
+class AppSettings;
+class X11Connection;
+
+// What the checks share: the session and the user's own state, read only.
+struct SelfCheckContext {
+    // Null without an X display; `displayProblem` then says why.
+    X11Connection *x11 = nullptr;
+    QString displayProblem;
+    const AppSettings &settings;
+    // Another Tessary serves this user and display (and holds the shortcuts).
+    bool otherInstanceRunning = false;
+    QString dataDirectory;
+    QString logPath;
+    QString homePath;
+};
+
+} // namespace tessary
