@@ -13,6 +13,7 @@
 #include <QPainterPath>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace tessary {
@@ -122,12 +123,13 @@ SelfCheckWindow::SelfCheckWindow(const SelfCheckRunner &runner, QWidget *parent)
     QPushButton *copy = buttons->addButton(QStringLiteral("Copy Report"), QDialogButtonBox::ActionRole);
     connect(copy, &QPushButton::clicked, this, &SelfCheckWindow::copyReport);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
     layout->addWidget(buttons);
 
     connect(&runner, &SelfCheckRunner::checked, this, &SelfCheckWindow::onChecked);
     connect(&runner, &SelfCheckRunner::finished, this, &SelfCheckWindow::updateSummary);
     updateSummary();
-    resize(900, 640);
+    resize(900, 720);
 }
 
 void SelfCheckWindow::onChecked(qsizetype index)

@@ -20,7 +20,7 @@ void SnippetCheck::run(Done done)
     };
     // The clipboard text is inserted last and never expanded itself.
     static const Case cases[] = {{"{date}", "Jan 15, 2027"}, {"{time}", "4:05 PM"},
-        {"{datetime}", "Jan 15, 2027 at 4:05 PM"}, {"<{clipboard}>", "<{date}>"}, {"{Date} {x}", "{Date} {x}"}};
+        {"{datetime}", "Jan 15, 2027, 4:05 PM"}, {"<{clipboard}>", "<{date}>"}, {"{Date} {x}", "{Date} {x}"}};
     QStringList mismatches;
     for (const Case &c : cases) {
         const Snippet snippet{QUuid(), QStringLiteral("check"), QString(), QString::fromLatin1(c.text)};
