@@ -67,12 +67,41 @@ QString optionNames(const QCommandLineOption &option)
     return joined;
 }
 
+// `text` broken at spaces into lines of at most `width` characters, every
+// line after the first indented by `indent` spaces.
+QString wrapped(const QString &text, qsizetype indent, qsizetype width = 79)
+{
+    QString out;
+    qsizetype column = indent;
+    for (const QString &word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (column > indent && column + 1 + word.size() > width) {
+            out += QLatin1Char('\n') + QString(indent, QLatin1Char(' '));
+            column = indent;
+        } else if (column > indent) {
+            out += QLatin1Char(' ');
+            ++column;
+        }
+        out += word;
+        column += word.size();
+    }
+    return out;
+}
+
+// An option or argument name in a 26-column margin, then its wrapped description.
+QString helpRow(const QString &name, const QString &description)
+{
+    constexpr qsizetype margin = 26;
+    QString row = QStringLiteral("  ") + name;
+    row = row.size() < margin ? row.leftJustified(margin) : row + QLatin1Char('\n') + QString(margin, QLatin1Char(' '));
+    return row + wrapped(description, margin) + QLatin1Char('\n');
+}
+
 } // namespace
 
 QList<Command> commands()
 {
     QCommandLineOption menuOption(
-        menu, QStringLiteral("Chooses the tray menu item titled <title>."), QStringLiteral("title"));
+        menu, QStringLiteral("Chooses the tray menu item titled TITLE."), QStringLiteral("TITLE"));
     // For driving a running instance without a tray (tests); not part of the documented interface.
     menuOption.setFlags(QCommandLineOption::HiddenFromHelp);
     Command tray{QStringLiteral("tessary [--show PANEL [QUERY]] | --selftest [--json] | --help | --version"),
@@ -83,7 +112,7 @@ QList<Command> commands()
             {show,
                 QStringLiteral("One second after start, opens the clipboard popup when PANEL is \"clipboard\", "
                                "else the launcher with QUERY typed in. A running Tessary opens it at once."),
-                QStringLiteral("panel")},
+                QStringLiteral("PANEL")},
             {selftest,
                 QStringLiteral("Instead of starting, checks the session and Tessary's own behaviour and shows "
                                "one row per check in a window. Changes nothing.")},
@@ -152,15 +181,14 @@ QString helpText()
         out += (out.isEmpty() ? QStringLiteral("Usage: ") : QStringLiteral("       ")) + command.synopsis
             + QLatin1Char('\n');
     for (const Command &command : all) {
-        out += QLatin1Char('\n') + command.description + QLatin1Char('\n');
+        out += QLatin1Char('\n') + wrapped(command.description, 0) + QLatin1Char('\n');
         for (const QCommandLineOption &option : command.options) {
             if (option.flags() & QCommandLineOption::HiddenFromHelp)
                 continue;
-            out += QStringLiteral("  ") + optionNames(option).leftJustified(22) + QLatin1Char(' ')
-                + option.description() + QLatin1Char('\n');
+            out += helpRow(optionNames(option), option.description());
         }
         for (const auto &[name, meaning] : command.arguments)
-            out += QStringLiteral("  ") + name.leftJustified(22) + QLatin1Char(' ') + meaning + QLatin1Char('\n');
+            out += helpRow(name, meaning);
     }
     return out;
 }

@@ -88,7 +88,7 @@ TEST(CommandLine, mistakesAreOneLine)
 TEST(CommandLine, helpShowsEveryDocumentedOptionButNotTheHiddenOne)
 {
     const QString help = parse({QStringLiteral("--help")}).message;
-    for (const char *option : {"--show <panel>", "--selftest", "--json", "--files", "--version", "TEXT"})
+    for (const char *option : {"--show <PANEL>", "--selftest", "--json", "--files", "--version", "TEXT"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_FALSE(help.contains(QLatin1String("--menu")));
 }

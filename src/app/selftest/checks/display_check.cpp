@@ -49,10 +49,11 @@ void DisplayCheck::run(Done done)
                          .arg(monitor.y())
                          .arg(area(usable)));
     }
-    const QString finding = QStringLiteral("Display %1, %2 monitor(s): %3")
-                                .arg(qEnvironmentVariable("DISPLAY"))
-                                .arg(screens.size())
-                                .arg(parts.join(QStringLiteral("; ")));
+    const QString finding
+        = QStringLiteral("Display %1, %2: %3")
+              .arg(qEnvironmentVariable("DISPLAY"),
+                  screens.size() == 1 ? QStringLiteral("1 monitor") : QStringLiteral("%1 monitors").arg(screens.size()))
+              .arg(parts.join(QStringLiteral("; ")));
     if (unusable) {
         done(CheckResult::failure(
             finding, QStringLiteral("A panel or dock reserves a whole monitor: check the struts of your panels.")));

@@ -65,7 +65,7 @@ void LayoutsCheck::run(Done done)
         }
     }
     done(behaviourResult(mismatches,
-        QStringLiteral("All %1 layouts land where expected on %2 monitor(s).")
+        QStringLiteral("All %1 layouts land where expected on each of the %2 monitors' usable areas.")
             .arg(Layouts::allCases.size())
             .arg(screens.size())));
 }
