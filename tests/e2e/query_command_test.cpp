@@ -143,4 +143,18 @@ TEST_F(QueryCommand, helpAndVersionNeedNoDisplay)
     EXPECT_TRUE(help.err.isEmpty() && version.err.isEmpty());
 }
 
+using NoDisplay = QueryCommand;
+
+TEST_F(NoDisplay, theSelfCheckReportsTheMissingDisplayAndStillChecksTheRest)
+{
+    const Outcome run = tessary({QStringLiteral("--selftest"), QStringLiteral("--json")});
+    EXPECT_EQ(run.exitCode, 1);
+    QHash<QString, QString> statuses;
+    for (const QJsonValue &check : QJsonDocument::fromJson(run.out.toUtf8())[QLatin1String("checks")].toArray())
+        statuses.insert(check[QLatin1String("name")].toString(), check[QLatin1String("status")].toString());
+    EXPECT_EQ(statuses.value(QStringLiteral("X display and monitors")), QStringLiteral("failure"));
+    EXPECT_EQ(statuses.value(QStringLiteral("Calculator")), QStringLiteral("pass"));
+    EXPECT_EQ(statuses.value(QStringLiteral("Data folder")), QStringLiteral("pass"));
+}
+
 } // namespace

@@ -151,6 +151,20 @@ TEST_F(SelfCheck, aCombinationAnotherClientHoldsIsNamedWithItsAction)
         << finding(report, "Shortcuts").toStdString();
 }
 
+TEST_F(SelfCheck, theSessionEndingOptionOnTheRestoreCombinationFails)
+{
+    const auto setOptions = [](const QStringList &options) {
+        return QProcess::execute(
+            QStringLiteral("setxkbmap"), QStringList{QStringLiteral("-option"), QString()} + options);
+    };
+    ASSERT_EQ(setOptions({QStringLiteral("-option"), QStringLiteral("terminate:ctrl_alt_bksp")}), 0);
+    const Report report = run();
+    // The test session starts without options.
+    setOptions({});
+    EXPECT_EQ(status(report, "Ctrl+Alt+Backspace"), QStringLiteral("failure"));
+    EXPECT_TRUE(finding(report, "Ctrl+Alt+Backspace").contains(QLatin1String("terminate:ctrl_alt_bksp")));
+}
+
 TEST_F(SelfCheck, aCorruptHistoryIsReportedAndLeftAsItWas)
 {
     const QString folder = path(QStringLiteral(".local/share/Tessary"));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/selftest/check_result.h"
+
 #include <QString>
 
 namespace tessary {
@@ -19,5 +21,12 @@ struct SelfCheckContext {
     QString logPath;
     QString homePath;
 };
+
+// The failure of a check that needs the X display when there is none.
+inline CheckResult noDisplay(const SelfCheckContext &context)
+{
+    return CheckResult::failure(QStringLiteral("No X connection: ") + context.displayProblem,
+        QStringLiteral("Run Tessary inside an X11 session, with DISPLAY naming its display."));
+}
 
 } // namespace tessary

@@ -63,8 +63,13 @@ ClipboardCheck::~ClipboardCheck() = default;
 void ClipboardCheck::run(Done done)
 {
     const QString remedy = QStringLiteral("Run Tessary in an X11 session whose server offers the XFIXES extension.");
-    if (!m_context.x11 || !m_scratch.isValid()) {
-        done(CheckResult::failure(QStringLiteral("No X connection: copies cannot be watched."), remedy));
+    if (!m_context.x11) {
+        done(noDisplay(m_context));
+        return;
+    }
+    if (!m_scratch.isValid()) {
+        done(CheckResult::failure(QStringLiteral("No scratch folder for the round trip's history."),
+            QStringLiteral("Make the temporary folder (TMPDIR, else /tmp) writable.")));
         return;
     }
     if (!hasXFixes(*m_context.x11)) {

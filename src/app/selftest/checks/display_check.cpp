@@ -24,8 +24,7 @@ DisplayCheck::DisplayCheck(const SelfCheckContext &context)
 void DisplayCheck::run(Done done)
 {
     if (!m_context.x11) {
-        done(CheckResult::failure(QStringLiteral("No X connection: ") + m_context.displayProblem,
-            QStringLiteral("Run Tessary inside an X11 session, with DISPLAY naming its display.")));
+        done(noDisplay(m_context));
         return;
     }
     const QList<QRect> monitors = X11Monitors::read(*m_context.x11);

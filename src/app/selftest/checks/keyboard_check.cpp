@@ -15,8 +15,7 @@ KeyboardCheck::KeyboardCheck(const SelfCheckContext &context)
 void KeyboardCheck::run(Done done)
 {
     if (!m_context.x11) {
-        done(
-            CheckResult::failure(QStringLiteral("No X connection."), QStringLiteral("Run Tessary in an X11 session.")));
+        done(noDisplay(m_context));
         return;
     }
     const X11Keyboard keyboard(*m_context.x11);

@@ -42,8 +42,7 @@ LayoutsCheck::LayoutsCheck(const SelfCheckContext &context)
 void LayoutsCheck::run(Done done)
 {
     if (!m_context.x11) {
-        done(CheckResult::failure(QStringLiteral("No X connection: no monitors to lay windows out on."),
-            QStringLiteral("Run Tessary in an X11 session.")));
+        done(noDisplay(m_context));
         return;
     }
     const QList<ScreenInfo> screens = X11Screens(*m_context.x11).screens();
@@ -65,7 +64,7 @@ void LayoutsCheck::run(Done done)
         }
     }
     done(behaviourResult(mismatches,
-        QStringLiteral("All %1 layouts land where expected on each of the %2 monitors' usable areas.")
+        QStringLiteral("All %1 layouts land where expected on the usable area of each of %2 monitor(s).")
             .arg(Layouts::allCases.size())
             .arg(screens.size())));
 }

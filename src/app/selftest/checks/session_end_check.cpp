@@ -23,8 +23,7 @@ SessionEndCheck::SessionEndCheck(const SelfCheckContext &context)
 void SessionEndCheck::run(Done done)
 {
     if (!m_context.x11) {
-        done(
-            CheckResult::failure(QStringLiteral("No X connection."), QStringLiteral("Run Tessary in an X11 session.")));
+        done(noDisplay(m_context));
         return;
     }
     const std::optional<X11Keyboard::Names> names = X11Keyboard(*m_context.x11).names();

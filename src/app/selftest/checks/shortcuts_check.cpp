@@ -21,8 +21,7 @@ void ShortcutsCheck::run(Done done)
         return;
     }
     if (!m_context.x11) {
-        done(CheckResult::failure(QStringLiteral("No X connection: no shortcut can be registered."),
-            QStringLiteral("Run Tessary in an X11 session.")));
+        done(noDisplay(m_context));
         return;
     }
     X11HotKeyService hotKeys(*m_context.x11);

@@ -29,7 +29,7 @@ void WindowManagerCheck::run(Done done)
     const QString remedy = QStringLiteral(
         "Run a window manager that follows the EWMH standard (most do: openbox, xfwm4, KWin, Mutter, i3 …).");
     if (!m_context.x11) {
-        done(CheckResult::failure(QStringLiteral("No X connection."), remedy));
+        done(noDisplay(m_context));
         return;
     }
     X11Connection &x11 = *m_context.x11;
