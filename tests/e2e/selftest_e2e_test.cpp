@@ -165,6 +165,29 @@ TEST_F(SelfCheck, theSessionEndingOptionOnTheRestoreCombinationFails)
     EXPECT_TRUE(finding(report, "Ctrl+Alt+Backspace").contains(QLatin1String("terminate:ctrl_alt_bksp")));
 }
 
+TEST_F(SelfCheck, aRunningTessaryKeepsItsShortcutsAndDoesNotRecordTheRoundTrip)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), m_home.path());
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
+    QProcess running;
+    running.setProcessEnvironment(environment);
+    running.start(QStringLiteral(TESSARY_BINARY), {});
+    QByteArray log;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (log += running.readAllStandardError()).contains("ready at"); }, 20000));
+
+    const Report report = run();
+    QTest::qWait(1000); // past the running instance's next clipboard poll
+    running.terminate();
+    running.waitForFinished();
+    EXPECT_EQ(status(report, "Shortcuts"), QStringLiteral("pass"));
+    EXPECT_TRUE(finding(report, "Shortcuts").startsWith(QLatin1String("Tessary is running")));
+    EXPECT_EQ(status(report, "Clipboard"), QStringLiteral("pass"));
+    QFile history(path(QStringLiteral(".local/share/Tessary/clipboard.json")));
+    const QByteArray recorded = history.open(QIODevice::ReadOnly) ? history.readAll() : QByteArray();
+    EXPECT_FALSE(recorded.contains("self-check")) << recorded.constData();
+}
+
 TEST_F(SelfCheck, aCorruptHistoryIsReportedAndLeftAsItWas)
 {
     const QString folder = path(QStringLiteral(".local/share/Tessary"));
