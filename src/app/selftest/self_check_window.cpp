@@ -129,7 +129,7 @@ SelfCheckWindow::SelfCheckWindow(const SelfCheckRunner &runner, QWidget *parent)
     connect(&runner, &SelfCheckRunner::checked, this, &SelfCheckWindow::onChecked);
     connect(&runner, &SelfCheckRunner::finished, this, &SelfCheckWindow::updateSummary);
     updateSummary();
-    resize(900, 720);
+    resize(900, 680);
 }
 
 void SelfCheckWindow::onChecked(qsizetype index)
