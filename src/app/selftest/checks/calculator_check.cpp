@@ -1,6 +1,6 @@
 #include "app/selftest/checks/calculator_check.h"
 
-#include "app/selftest/checks/behaviour_failure.h"
+#include "app/selftest/checks/behaviour_result.h"
 #include "core/launcher/calculator.h"
 
 namespace tessary {

@@ -1,6 +1,6 @@
 #include "app/selftest/checks/layouts_check.h"
 
-#include "app/selftest/checks/behaviour_failure.h"
+#include "app/selftest/checks/behaviour_result.h"
 #include "core/windows/geometry.h"
 #include "platform/x11/windows/x11_screens.h"
 

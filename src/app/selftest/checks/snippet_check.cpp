@@ -1,6 +1,6 @@
 #include "app/selftest/checks/snippet_check.h"
 
-#include "app/selftest/checks/behaviour_failure.h"
+#include "app/selftest/checks/behaviour_result.h"
 #include "core/settings/snippet.h"
 
 namespace tessary {
