@@ -89,7 +89,7 @@ int runSelfCheck(int argc, char **argv, bool json)
     if (!x11 && !displayProblem)
         displayProblem = QStringLiteral("Qt does not run on its X11 (xcb) platform here.");
 
-    SettingsKeyValueStore defaults;
+    SettingsKeyValueStore defaults(SettingsKeyValueStore::Access::readOnly);
     const AppSettings settings(defaults);
     const SelfCheckContext context{x11, displayProblem.value_or(QString()), settings, otherInstanceRunning(),
         DataDirectory::defaultPath(), Log::defaultPath(), QDir::homePath()};

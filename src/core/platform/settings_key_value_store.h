@@ -9,10 +9,15 @@
 namespace tessary {
 
 // KeyValueStore over QSettings: the user's "Tessary" organisation and
-// application by default, or an explicit INI file (tests, tools).
+// application by default, or an explicit INI file (tests, tools). The file
+// and its folder are private to the user, like the data folder. A read-only
+// store touches neither and drops every write (the self-check reads the
+// user's settings and must leave them as they are).
 class SettingsKeyValueStore final : public KeyValueStore {
 public:
-    SettingsKeyValueStore();
+    enum class Access { readWrite, readOnly };
+
+    explicit SettingsKeyValueStore(Access access = Access::readWrite);
     explicit SettingsKeyValueStore(const QString &iniPath);
 
     std::optional<QByteArray> bytes(const QString &key) const override;
@@ -24,9 +29,12 @@ public:
     void remove(const QString &key) override;
 
 private:
+    void makePrivate();
     void store(const QString &key, const QVariant &value);
+    void sync();
 
     std::unique_ptr<QSettings> m_settings;
+    Access m_access = Access::readWrite;
 };
 
 } // namespace tessary

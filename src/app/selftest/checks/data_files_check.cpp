@@ -93,9 +93,10 @@ void DataFilesCheck::run(Done done)
             inspection.notes.append(QStringLiteral("%1 %2 entries").arg(QLatin1String(historyName)).arg(items->size()));
         } else {
             inspection.problems.append(QStringLiteral("%1 cannot be read as a clipboard history: Tessary starts with "
-                                                      "an empty one and replaces the file at the next copy")
-                                           .arg(history));
-            inspection.remedies.append(QStringLiteral("to keep it, move %1 aside before Tessary runs").arg(history));
+                                                      "an empty one and keeps this file beside it as %2.unreadable-…")
+                                           .arg(history, QLatin1String(historyName)));
+            inspection.remedies.append(
+                QStringLiteral("repair or delete %1; the kept copy stays for recovering entries").arg(history));
         }
     }
     const QString images = folder.filePath(QLatin1String(imagesName));
@@ -113,9 +114,10 @@ void DataFilesCheck::run(Done done)
                 QStringLiteral("%1 %2 snippets").arg(QLatin1String(SnippetStore::fileName)).arg(*count));
         } else {
             inspection.problems.append(QStringLiteral("%1 cannot be read as snippets: Tessary offers the default "
-                                                      "ones and replaces the file at the next change")
-                                           .arg(snippets));
-            inspection.remedies.append(QStringLiteral("to keep it, move %1 aside before Tessary runs").arg(snippets));
+                                                      "ones and keeps this file beside it as %2.unreadable-…")
+                                           .arg(snippets, QLatin1String(SnippetStore::fileName)));
+            inspection.remedies.append(
+                QStringLiteral("repair or delete %1; the kept copy stays for recovering snippets").arg(snippets));
         }
     }
     if (!inspection.problems.isEmpty()) {

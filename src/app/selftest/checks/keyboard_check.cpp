@@ -1,6 +1,5 @@
 #include "app/selftest/checks/keyboard_check.h"
 
-#include "app/selftest/combo_text.h"
 #include "app/selftest/x11_keyboard.h"
 #include "core/app/hot_action.h"
 
@@ -29,7 +28,7 @@ void KeyboardCheck::run(Done done)
     for (const HotAction action : HotActions::allCases) {
         const KeyCombo combo = defaultCombo(action);
         if (!keyboard.hasKeyAt(combo.keyCode))
-            missing.append(QStringLiteral("%1 (%2)").arg(title(action), comboText(combo)));
+            missing.append(QStringLiteral("%1 (%2)").arg(title(action), combo.display()));
     }
     if (!missing.isEmpty()) {
         done(CheckResult::failure(

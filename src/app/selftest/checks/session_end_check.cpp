@@ -1,6 +1,5 @@
 #include "app/selftest/checks/session_end_check.h"
 
-#include "app/selftest/combo_text.h"
 #include "app/selftest/x11_keyboard.h"
 #include "core/settings/app_settings.h"
 
@@ -40,7 +39,7 @@ void SessionEndCheck::run(Done done)
     if (ends) {
         const std::optional<KeyCombo> restore = m_context.settings.combo(HotAction::restore);
         done(CheckResult::passed(QStringLiteral("Ctrl+Alt+Backspace ends the X session, but Restore uses %1.")
-                                     .arg(restore ? comboText(*restore) : QStringLiteral("no shortcut"))));
+                                     .arg(restore ? restore->display() : QStringLiteral("no shortcut"))));
         return;
     }
     done(CheckResult::passed(QStringLiteral("Ctrl+Alt+Backspace does not end the X session.")));

@@ -1,6 +1,5 @@
 #include "app/selftest/checks/shortcuts_check.h"
 
-#include "app/selftest/combo_text.h"
 #include "app/selftest/x11_keyboard.h"
 #include "core/settings/app_settings.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
@@ -36,7 +35,7 @@ void ShortcutsCheck::run(Done done)
             ++unset;
             continue;
         }
-        const QString named = QStringLiteral("%1 (%2)").arg(title(action), comboText(*combo));
+        const QString named = QStringLiteral("%1 (%2)").arg(title(action), combo->display());
         if (const std::optional<quint64> reference = hotKeys.registerHotKey(*combo, 0)) {
             hotKeys.unregisterHotKey(*reference);
             ++registered;
