@@ -1,20 +1,13 @@
 #include "app/selftest/x11_keyboard.h"
 
-#include "platform/x11/windows/key_positions.h"
 #include "platform/x11/windows/x11_properties.h"
 #include "platform/x11/x11_connection.h"
 
-#include <xcb/xcb_keysyms.h>
-
-#include <cstdlib>
-
 namespace tessary {
-
-void X11Keyboard::SymbolsDeleter::operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
 
 X11Keyboard::X11Keyboard(X11Connection &x11)
     : m_x11(x11)
-    , m_symbols(xcb_key_symbols_alloc(x11.connection()))
+    , m_positions(x11)
 {
 }
 
@@ -30,15 +23,6 @@ std::optional<X11Keyboard::Names> X11Keyboard::names() const
     return Names{field(1), field(2), field(3), field(4).split(QLatin1Char(','), Qt::SkipEmptyParts)};
 }
 
-bool X11Keyboard::hasKeyAt(quint32 keyCode) const
-{
-    const std::optional<quint32> keysym = KeyPositions::keysym(keyCode);
-    if (!keysym || !m_symbols)
-        return false;
-    xcb_keycode_t *keycodes = xcb_key_symbols_get_keycode(m_symbols.get(), *keysym);
-    const bool found = keycodes && keycodes[0] != XCB_NO_SYMBOL;
-    std::free(keycodes);
-    return found;
-}
+bool X11Keyboard::hasKeyAt(quint32 keyCode) const { return m_positions.nativeKey(keyCode).has_value(); }
 
 } // namespace tessary

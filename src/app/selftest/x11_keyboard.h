@@ -1,19 +1,15 @@
 #pragma once
 
+#include "platform/x11/windows/x11_key_positions.h"
+
 #include <QString>
 #include <QStringList>
 
-#include <memory>
 #include <optional>
-
-struct _XCBKeySymbols;
-typedef struct _XCBKeySymbols xcb_key_symbols_t;
 
 namespace tessary {
 
-class X11Connection;
-
-// The keyboard as the X server describes it. Each call reads it afresh. Main thread only.
+// The keyboard as the X server describes it. Main thread only.
 class X11Keyboard {
 public:
     explicit X11Keyboard(X11Connection &x11);
@@ -28,15 +24,12 @@ public:
     };
     std::optional<Names> names() const;
 
-    // Whether some key of the current mapping sits at a KeyCombo key position.
+    // Whether the keyboard has a key at a KeyCombo key position (by XKB key name).
     bool hasKeyAt(quint32 keyCode) const;
 
 private:
-    struct SymbolsDeleter {
-        void operator()(xcb_key_symbols_t *symbols) const;
-    };
     X11Connection &m_x11;
-    std::unique_ptr<xcb_key_symbols_t, SymbolsDeleter> m_symbols;
+    X11KeyPositions m_positions;
 };
 
 } // namespace tessary

@@ -3,6 +3,7 @@
 #include "app/selftest/x11_keyboard.h"
 #include "core/settings/app_settings.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 
 namespace tessary {
 
@@ -23,7 +24,8 @@ void ShortcutsCheck::run(Done done)
         done(noDisplay(m_context));
         return;
     }
-    X11HotKeyService hotKeys(*m_context.x11);
+    X11KeyPositions positions(*m_context.x11);
+    X11HotKeyService hotKeys(*m_context.x11, positions);
     const X11Keyboard keyboard(*m_context.x11);
     QStringList taken;
     QStringList missingKeys;
