@@ -33,9 +33,9 @@ constexpr double fileScore = -0.5;
 constexpr double fallbackScore = -1;
 constexpr int snippetPreviewLength = 60;
 
-const QString openHint = QStringLiteral("↩ Open");
-const QString revealHint = QStringLiteral("⌘↩ Reveal");
-const QString searchSymbol = QStringLiteral("magnifyingglass");
+QString openHint() { return QStringLiteral("↩ Open"); }
+QString revealHint() { return QStringLiteral("⌘↩ Reveal"); }
+QString searchSymbol() { return QStringLiteral("magnifyingglass"); }
 
 double scoreOrMinusOne(const QString &query, const QString &candidate)
 {
@@ -63,7 +63,7 @@ LauncherResult webRow(const QString &id, const WebSearch &search, const QString 
 {
     return LauncherResult{id, LauncherResult::Kind::web,
         QStringLiteral("Search ") + search.name + QStringLiteral(" for “") + terms + QStringLiteral("”"), url.host(),
-        std::nullopt, searchSymbol, score, QStringLiteral("↩ Search"), [open = actions.open, url] { open(url); }, {},
+        std::nullopt, searchSymbol(), score, QStringLiteral("↩ Search"), [open = actions.open, url] { open(url); }, {},
         std::nullopt};
 }
 
@@ -299,8 +299,8 @@ LauncherResult LauncherEngine::appRow(const QString &id, const QString &name, co
         engine->m_sources.usage.record(id);
         engine->actions.open(url);
     };
-    return LauncherResult{id, LauncherResult::Kind::app, name, QString(), url.toLocalFile(), std::nullopt, 0, openHint,
-        std::move(open), [reveal = actions.reveal, url] { reveal(url); }, revealHint};
+    return LauncherResult{id, LauncherResult::Kind::app, name, QString(), url.toLocalFile(), std::nullopt, 0,
+        openHint(), std::move(open), [reveal = actions.reveal, url] { reveal(url); }, revealHint()};
 }
 
 void LauncherEngine::fileResults(
@@ -335,8 +335,8 @@ LauncherResult LauncherEngine::fileRow(const QUrl &url) const
     else if (folder.startsWith(home + QLatin1Char('/')))
         folder = QLatin1Char('~') + folder.mid(home.size());
     return LauncherResult{QStringLiteral("file-") + path, LauncherResult::Kind::file, info.fileName(), folder, path,
-        std::nullopt, fileScore, openHint, [open = actions.open, url] { open(url); },
-        [reveal = actions.reveal, url] { reveal(url); }, revealHint};
+        std::nullopt, fileScore, openHint(), [open = actions.open, url] { open(url); },
+        [reveal = actions.reveal, url] { reveal(url); }, revealHint()};
 }
 
 QList<LauncherResult> LauncherEngine::mergeFileRows(QList<LauncherResult> rows, const QList<LauncherResult> &fileRows)
