@@ -174,6 +174,8 @@ TEST_F(SelfCheck, aRunningTessaryKeepsItsShortcutsAndDoesNotRecordTheRoundTrip)
     const Report report = run();
     QTest::qWait(1000); // past the running instance's next clipboard poll
     running.terminate();
+    if (!running.waitForFinished(5000))
+        running.kill();
     running.waitForFinished();
     EXPECT_EQ(status(report, "Shortcuts"), QStringLiteral("pass"));
     EXPECT_TRUE(finding(report, "Shortcuts").startsWith(QLatin1String("Tessary is running")));
