@@ -53,32 +53,6 @@ public:
     void writeFileUrls(const QList<QUrl> &) override { }
 };
 
-struct Options {
-    QString text;
-    bool json = false;
-    bool files = false;
-};
-
-std::optional<Options> parse(const QStringList &arguments)
-{
-    Options options;
-    QStringList words;
-    for (const QString &argument : arguments) {
-        if (argument == QLatin1String("--json"))
-            options.json = true;
-        else if (argument == QLatin1String("--files"))
-            options.files = true;
-        else if (argument.startsWith(QLatin1String("--")))
-            return std::nullopt;
-        else
-            words.append(argument);
-    }
-    if (words.isEmpty())
-        return std::nullopt;
-    options.text = words.join(QLatin1Char(' '));
-    return options;
-}
-
 void print(const QList<LauncherResult> &rows, bool json)
 {
     QByteArray out;
@@ -103,17 +77,11 @@ void print(const QList<LauncherResult> &rows, bool json)
 
 } // namespace
 
-int runQueryCommand(int argc, char **argv)
+int runQueryCommand(int argc, char **argv, const QueryOptions &options)
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Tessary"));
     QCoreApplication::setApplicationName(QStringLiteral("Tessary"));
-    const std::optional<Options> options = parse(QCoreApplication::arguments().mid(2));
-    if (!options) {
-        std::fputs("usage: tessary query TEXT [--json] [--files]\n", stderr);
-        return 2;
-    }
-
     SettingsKeyValueStore defaults;
     AppSettings settings(defaults);
     const QString data = DataDirectory::defaultPath();
@@ -151,10 +119,10 @@ int runQueryCommand(int argc, char **argv)
     index.refresh(true);
     loop.exec();
 
-    QList<LauncherResult> rows = engine.quickResults(options->text);
-    if (options->files) {
+    QList<LauncherResult> rows = engine.quickResults(options.text);
+    if (options.files) {
         std::optional<QList<LauncherResult>> fileRows;
-        engine.fileResults(options->text, [&fileRows, &loop](const QList<LauncherResult> &found) {
+        engine.fileResults(options.text, [&fileRows, &loop](const QList<LauncherResult> &found) {
             fileRows = found;
             loop.quit();
         });
@@ -164,7 +132,7 @@ int runQueryCommand(int argc, char **argv)
         }
         rows = LauncherEngine::mergeFileRows(rows, fileRows.value_or(QList<LauncherResult>()));
     }
-    print(rows, options->json);
+    print(rows, options.json);
     return 0;
 }
 

@@ -1,7 +1,15 @@
 #pragma once
 
+#include <QString>
+
 namespace tessary {
 
-int runQueryCommand(int argc, char **argv);
+struct QueryOptions {
+    QString text;
+    bool json = false;
+    bool files = false;
+};
+
+int runQueryCommand(int argc, char **argv, const QueryOptions &options);
 
 } // namespace tessary

@@ -3,6 +3,7 @@
 #include "app/app_controller.h"
 #include "app/single_instance.h"
 #include "app/termination_signals.h"
+#include "app/x_display.h"
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
@@ -31,8 +32,6 @@
 #include <QFileInfo>
 #include <QIcon>
 
-#include <xcb/xcb.h>
-
 #include <cstdio>
 
 namespace tessary {
@@ -43,23 +42,6 @@ constexpr const char *nestedServerHint = "Try it in a nested X server, for examp
                                          "  Xephyr :5 -screen 1280x800 &\n"
                                          "  DISPLAY=:5 openbox &\n"
                                          "  DISPLAY=:5 tessary\n";
-
-// Qt aborts when it cannot open the display; say why instead.
-bool displayReachable()
-{
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        std::fprintf(stderr, "tessary: there is no X display (DISPLAY is not set). %s", nestedServerHint);
-        return false;
-    }
-    xcb_connection_t *probe = xcb_connect(nullptr, nullptr);
-    const bool reachable = xcb_connection_has_error(probe) == 0;
-    xcb_disconnect(probe);
-    if (!reachable) {
-        std::fprintf(
-            stderr, "tessary: cannot open the X display \"%s\". %s", qgetenv("DISPLAY").constData(), nestedServerHint);
-    }
-    return reachable;
-}
 
 // Outside a desktop environment Qt looks only in hicolor, which has next to no
 // icons: use a complete theme that is installed.
@@ -80,10 +62,12 @@ void chooseIconTheme()
 
 } // namespace
 
-int runTrayApplication(int argc, char **argv)
+int runTrayApplication(int argc, char **argv, const QStringList &arguments)
 {
-    if (!displayReachable())
+    if (const std::optional<QString> problem = xDisplayProblem()) {
+        std::fprintf(stderr, "tessary: %s %s", qPrintable(*problem), nestedServerHint);
         return 1;
+    }
     // The backends are X11 ones, also under an XWayland session.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
@@ -94,7 +78,6 @@ int runTrayApplication(int argc, char **argv)
     chooseIconTheme();
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
-    const QStringList arguments = QApplication::arguments().mid(1);
 
     SingleInstance instance(SingleInstance::defaultServerName());
     if (!instance.claimOrForward(arguments))

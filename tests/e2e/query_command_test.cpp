@@ -21,7 +21,9 @@ struct Outcome {
 
 class QueryCommand : public ::testing::Test {
 protected:
-    Outcome query(const QStringList &arguments)
+    Outcome query(const QStringList &arguments) { return tessary(QStringList{QStringLiteral("query")} + arguments); }
+
+    Outcome tessary(const QStringList &arguments)
     {
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("HOME"), m_home.path());
@@ -34,7 +36,7 @@ protected:
         }
         QProcess process;
         process.setProcessEnvironment(env);
-        process.start(QStringLiteral(TESSARY_BINARY), QStringList{QStringLiteral("query")} + arguments);
+        process.start(QStringLiteral(TESSARY_BINARY), arguments);
         EXPECT_TRUE(process.waitForFinished(30000));
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
@@ -129,15 +131,52 @@ TEST_F(QueryCommand, filesJoinBeforeTheFallbackWithoutTheNoise)
     EXPECT_EQ(result.last().toObject().value(QLatin1String("id")).toString(), QStringLiteral("web-fallback"));
 }
 
-TEST_F(QueryCommand, withoutTextItExplainsItsUsage)
+TEST_F(QueryCommand, textStartingWithADashFollowsTheDoubleDash)
 {
-    for (const QStringList &arguments : {QStringList{}, QStringList{QStringLiteral("--json")},
-             QStringList{QStringLiteral("--bogus"), QStringLiteral("x")}}) {
-        const Outcome run = query(arguments);
+    const Outcome run = query({QStringLiteral("--"), QStringLiteral("-3+5")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.startsWith(QStringLiteral("2 — -3+5 =\n"))) << run.out.toStdString();
+}
+
+TEST_F(QueryCommand, mistakesPrintOneLineAndExitWithTwo)
+{
+    const QString usage = QStringLiteral("usage: tessary query [--json] [--files] [--] TEXT…\n");
+    const QString unknown = QStringLiteral("tessary: Unknown option 'bogus'.\n");
+    const std::pair<QStringList, QString> cases[]
+        = {{{QStringLiteral("query")}, usage}, {{QStringLiteral("query"), QStringLiteral("--json")}, usage},
+            {{QStringLiteral("query"), QStringLiteral("--bogus"), QStringLiteral("x")}, unknown},
+            {{QStringLiteral("--bogus")}, unknown}};
+    for (const auto &[arguments, message] : cases) {
+        const Outcome run = tessary(arguments);
         EXPECT_EQ(run.exitCode, 2);
-        EXPECT_EQ(run.err, QStringLiteral("usage: tessary query TEXT [--json] [--files]\n"));
+        EXPECT_EQ(run.err, message);
         EXPECT_TRUE(run.out.isEmpty());
     }
+}
+
+TEST_F(QueryCommand, helpAndVersionNeedNoDisplay)
+{
+    const Outcome help = tessary({QStringLiteral("--help")});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.startsWith(QLatin1String("Usage: tessary"))) << help.out.toStdString();
+    const Outcome version = tessary({QStringLiteral("--version")});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(version.out.startsWith(QLatin1String("tessary "))) << version.out.toStdString();
+    EXPECT_TRUE(help.err.isEmpty() && version.err.isEmpty());
+}
+
+using NoDisplay = QueryCommand;
+
+TEST_F(NoDisplay, theSelfCheckReportsTheMissingDisplayAndStillChecksTheRest)
+{
+    const Outcome run = tessary({QStringLiteral("--selftest"), QStringLiteral("--json")});
+    EXPECT_EQ(run.exitCode, 1);
+    QHash<QString, QString> statuses;
+    for (const QJsonValue &check : QJsonDocument::fromJson(run.out.toUtf8())[QLatin1String("checks")].toArray())
+        statuses.insert(check[QLatin1String("name")].toString(), check[QLatin1String("status")].toString());
+    EXPECT_EQ(statuses.value(QStringLiteral("X display and monitors")), QStringLiteral("failure"));
+    EXPECT_EQ(statuses.value(QStringLiteral("Calculator")), QStringLiteral("pass"));
+    EXPECT_EQ(statuses.value(QStringLiteral("Data folder")), QStringLiteral("pass"));
 }
 
 } // namespace

@@ -6,10 +6,12 @@
 
 namespace tessary {
 
-SettingsKeyValueStore::SettingsKeyValueStore()
+SettingsKeyValueStore::SettingsKeyValueStore(Access access)
     : m_settings(std::make_unique<QSettings>(QStringLiteral("Tessary"), QStringLiteral("Tessary")))
+    , m_access(access)
 {
-    makePrivate();
+    if (access == Access::readWrite)
+        makePrivate();
 }
 
 SettingsKeyValueStore::SettingsKeyValueStore(const QString &iniPath)
@@ -74,12 +76,16 @@ void SettingsKeyValueStore::setIntMap(const QString &key, const QHash<QString, i
 
 void SettingsKeyValueStore::remove(const QString &key)
 {
+    if (m_access == Access::readOnly)
+        return;
     m_settings->remove(key);
     sync();
 }
 
 void SettingsKeyValueStore::store(const QString &key, const QVariant &value)
 {
+    if (m_access == Access::readOnly)
+        return;
     m_settings->setValue(key, value);
     sync();
 }

@@ -10,10 +10,14 @@ namespace tessary {
 
 // KeyValueStore over QSettings: the user's "Tessary" organisation and
 // application by default, or an explicit INI file (tests, tools). The file
-// and its folder are private to the user, like the data folder.
+// and its folder are private to the user, like the data folder. A read-only
+// store touches neither and drops every write (the self-check reads the
+// user's settings and must leave them as they are).
 class SettingsKeyValueStore final : public KeyValueStore {
 public:
-    SettingsKeyValueStore();
+    enum class Access { readWrite, readOnly };
+
+    explicit SettingsKeyValueStore(Access access = Access::readWrite);
     explicit SettingsKeyValueStore(const QString &iniPath);
 
     std::optional<QByteArray> bytes(const QString &key) const override;
@@ -30,6 +34,7 @@ private:
     void sync();
 
     std::unique_ptr<QSettings> m_settings;
+    Access m_access = Access::readWrite;
 };
 
 } // namespace tessary
