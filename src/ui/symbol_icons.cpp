@@ -98,6 +98,12 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
         painter.drawRect(QRectF(size * 0.45, size * 0.4, size * 0.5, size * 0.4));
         return;
     }
+    if (symbol == QLatin1String("pin.fill")) {
+        painter.setBrush(ink);
+        painter.drawEllipse(QRectF(size * 0.3, size * 0.05, size * 0.4, size * 0.4));
+        painter.drawLine(QPointF(size * 0.5, size * 0.45), QPointF(size * 0.5, size * 0.95));
+        return;
+    }
     // Anything else: a round badge with the symbol's first letter.
     painter.drawEllipse(QRectF(pen, pen, size - 2 * pen, size - 2 * pen));
     QFont font = painter.font();
