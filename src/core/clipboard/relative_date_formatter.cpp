@@ -34,7 +34,8 @@ void RelativeDateFormatter::Closer::operator()(URelativeDateTimeFormatter *forma
 RelativeDateFormatter::RelativeDateFormatter(const QLocale &locale)
 {
     UErrorCode status = U_ZERO_ERROR;
-    const QByteArray localeId = locale.name().toLatin1();
+    // ICU reads the C locale as POSIX English, whose plural rules give "1 seconds".
+    const QByteArray localeId = locale.language() == QLocale::C ? QByteArray("en_US") : locale.name().toLatin1();
     m_formatter.reset(
         ureldatefmt_open(localeId.constData(), nullptr, UDAT_STYLE_LONG, UDISPCTX_CAPITALIZATION_NONE, &status));
     if (U_FAILURE(status))

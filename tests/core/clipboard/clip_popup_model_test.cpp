@@ -138,6 +138,7 @@ TEST(ClipPopupDetailLine, NamesTheSourceAndTheDateInTheUsersLanguage)
         {QStringLiteral("xterm"), 86'400 + 60, "en_US", QStringLiteral("xterm \u00B7 yesterday")},
         {std::nullopt, 3 * 3'600 + 59, "en_US", QStringLiteral("\u2014 \u00B7 3 hours ago")},
         {QString(), 0, "en_US", QStringLiteral("\u2014 \u00B7 now")},
+        {std::nullopt, 1, "C", QStringLiteral("\u2014 \u00B7 1 second ago")},
         {QStringLiteral("org.gnome.Terminal"), 300, "de_DE", QStringLiteral("Terminal \u00B7 vor 5 Minuten")},
     };
     for (const Case &c : cases) {
