@@ -11,6 +11,7 @@ class FileSearchBackend;
 class HotKeyService;
 class KeyValueStore;
 class KeystrokeSender;
+class PanelKeyboard;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
@@ -32,6 +33,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    // Null where the platform's own window activation is enough (tests).
+    PanelKeyboard *panelKeyboard = nullptr;
 };
 
 } // namespace tessary

@@ -5,6 +5,7 @@
 #include "core/app/data_directory.h"
 #include "core/platform/settings_key_value_store.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
+#include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
@@ -83,12 +84,13 @@ int runTrayApplication(int argc, char **argv)
     X11HotKeyService hotKeys(*x11);
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
+    X11PanelKeyboard panelKeyboard(*x11, hotKeys.keyboardFreeze());
     SettingsKeyValueStore defaults;
     GioDesktopOpener opener;
     HomeWalkFileSearch fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>()};
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), &panelKeyboard};
 
     AppController controller(ports, DataDirectory::defaultPath());
     QObject::connect(&instance, &SingleInstance::forwarded, &controller, &AppController::onForwarded);

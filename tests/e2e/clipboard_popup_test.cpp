@@ -34,7 +34,7 @@ QString clipboardText()
 // Only the popup is 580 × 440 in the test session.
 bool popupHasTheKeyboard()
 {
-    return xdotool({QStringLiteral("getactivewindow"), QStringLiteral("getwindowgeometry")})
+    return xdotool({QStringLiteral("getwindowfocus"), QStringLiteral("getwindowgeometry")})
         .contains(QLatin1String("Geometry: 580x440"));
 }
 

@@ -33,8 +33,14 @@ constexpr double fileScore = -0.5;
 constexpr double fallbackScore = -1;
 constexpr int snippetPreviewLength = 60;
 
+// The key of the secondary action as the platform's users name it.
+#ifdef Q_OS_MACOS
+const QString secondaryKey = QStringLiteral("⌘↩ ");
+#else
+const QString secondaryKey = QStringLiteral("Ctrl+↩ ");
+#endif
 const QString openHint = QStringLiteral("↩ Open");
-const QString revealHint = QStringLiteral("⌘↩ Reveal");
+const QString revealHint = secondaryKey + QStringLiteral("Reveal");
 const QString searchSymbol = QStringLiteral("magnifyingglass");
 
 double scoreOrMinusOne(const QString &query, const QString &candidate)
@@ -142,7 +148,7 @@ void LauncherEngine::addCalculation(QList<LauncherResult> &rows, const QString &
     rows.append(LauncherResult{QStringLiteral("calc"), LauncherResult::Kind::calc, Calculator::format(*value, true),
         trimmed + QStringLiteral(" ="), std::nullopt, QStringLiteral("equal.circle"), calculationScore,
         QStringLiteral("↩ Copy"), [copy = actions.copy, plain] { copy(plain); },
-        [paste = actions.paste, plain] { paste(plain); }, QStringLiteral("⌘↩ Paste")});
+        [paste = actions.paste, plain] { paste(plain); }, secondaryKey + QStringLiteral("Paste")});
 }
 
 void LauncherEngine::addClipboard(QList<LauncherResult> &rows, const QString &trimmed, const QString &lower) const

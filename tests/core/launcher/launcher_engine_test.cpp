@@ -147,7 +147,7 @@ TEST_F(LauncherEngineTest, calculationRowComesFirstAndCopiesOrPastesWithoutGroup
         EXPECT_EQ(calc.score, 5000);
         EXPECT_EQ(calc.symbol, QStringLiteral("equal.circle"));
         EXPECT_EQ(calc.hint, QStringLiteral("↩ Copy"));
-        EXPECT_EQ(calc.secondaryHint, QStringLiteral("⌘↩ Paste"));
+        EXPECT_EQ(calc.secondaryHint, QStringLiteral("Ctrl+↩ Paste"));
         calc.primary();
         calc.secondary();
         EXPECT_EQ(m_log,
@@ -272,7 +272,7 @@ TEST_F(LauncherEngineTest, applicationsRankByFuzzyTierAndOpenThroughTheActions)
     EXPECT_EQ(safari.iconPath, paths.at(0));
     EXPECT_EQ(safari.symbol, std::nullopt);
     EXPECT_EQ(safari.score, 1000);
-    EXPECT_EQ(safari.secondaryHint, QStringLiteral("⌘↩ Reveal"));
+    EXPECT_EQ(safari.secondaryHint, QStringLiteral("Ctrl+↩ Reveal"));
     safari.secondary();
     EXPECT_EQ(m_usage.count(safari.id), 0) << "revealing is not a use";
     safari.primary();

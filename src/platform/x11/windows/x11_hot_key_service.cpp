@@ -5,6 +5,7 @@
 #include "platform/x11/windows/key_positions.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <xcb/xcb_keysyms.h>
 
@@ -32,6 +33,7 @@ std::array<uint16_t, 4> lockVariants(uint16_t numLockMask)
 
 X11HotKeyService::X11HotKeyService(X11Connection &x11)
     : m_x11(x11)
+    , m_freeze(x11)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -40,6 +42,7 @@ X11HotKeyService::~X11HotKeyService()
 {
     for (const Grab &grab : std::as_const(m_grabs))
         ungrab(grab);
+    m_freeze.thaw();
     m_x11.sync();
     if (auto *app = QCoreApplication::instance())
         app->removeNativeEventFilter(this);
@@ -82,7 +85,7 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
     std::array<xcb_void_cookie_t, 4> cookies;
     for (size_t i = 0; i < variants.size(); ++i) {
         cookies[i] = xcb_grab_key_checked(connection, 0, m_x11.root(), grab.modifiers | variants[i], grab.keycode,
-            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
     }
     bool refused = false;
     for (const xcb_void_cookie_t &cookie : cookies) {
@@ -139,6 +142,13 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
     if (type != XCB_KEY_PRESS)
         return false;
     const auto *press = static_cast<const xcb_key_press_event_t *>(message);
+    if (press->event != m_x11.root())
+        return false;
+    // Any press reported to the root came through one of the synchronous
+    // grabs and froze the keyboard: whatever happens, it is let go again,
+    // after the handler the press queues (so that a panel can take it over).
+    m_freeze.frozenBy(press->time);
+    bool matched = false;
     for (const Grab &grab : std::as_const(m_grabs)) {
         if (press->detail == grab.keycode && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
             // A repeat follows its press within the auto-repeat delay; the
@@ -148,10 +158,12 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
             m_heldSince = press->time;
             if (m_handler && !repeated)
                 m_handler(grab.id);
-            return true;
+            matched = true;
+            break;
         }
     }
-    return false;
+    QTimer::singleShot(0, &m_afterHandlers, [this] { m_freeze.handlerDone(); });
+    return matched;
 }
 
 const X11HotKeyService::Keyboard &X11HotKeyService::keyboard()

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/platform/hot_key_service.h"
+#include "platform/x11/windows/x11_keyboard_freeze.h"
 #include "platform/x11/x11_connection.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QHash>
+#include <QObject>
 
 #include <memory>
 #include <optional>
@@ -22,7 +24,8 @@ namespace tessary {
 // already holds is refused and nothing of it stays grabbed. The grabs end with
 // the object. Holding a hot key down fires it once (auto-repeat is ignored
 // where the server reports repeats without releases, as it does for Qt's
-// connection). Needs the application object; main thread only.
+// connection). Each press freezes the keyboard until its handler has run
+// (see X11KeyboardFreeze). Needs the application object; main thread only.
 class X11HotKeyService final : public HotKeyService, private QAbstractNativeEventFilter {
 public:
     explicit X11HotKeyService(X11Connection &x11);
@@ -34,6 +37,8 @@ public:
     void setPressedHandler(std::function<void(quint32 id)> handler) override;
     std::optional<quint64> registerHotKey(const KeyCombo &combo, quint32 id) override;
     void unregisterHotKey(quint64 reference) override;
+
+    X11KeyboardFreeze &keyboardFreeze() { return m_freeze; }
 
 private:
     struct Grab {
@@ -65,6 +70,9 @@ private:
     void ungrab(const Grab &grab);
 
     X11Connection &m_x11;
+    X11KeyboardFreeze m_freeze;
+    // Context of the queued thaw that follows each press's handler.
+    QObject m_afterHandlers;
     std::optional<Keyboard> m_keyboard;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
