@@ -51,7 +51,7 @@ xcb_window_t focusedPanel(xcb_connection_t *connection)
     auto *geometry = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr);
     const bool panel = geometry && geometry->width == 680;
     std::free(geometry);
-    return panel ? window : XCB_WINDOW_NONE;
+    return panel ? window : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 double residentMiB(qint64 pid)
