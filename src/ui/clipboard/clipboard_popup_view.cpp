@@ -138,6 +138,8 @@ ClipboardPopupView::ClipboardPopupView(ClipPopupModel &model, ClipboardStore &st
         m_model.choose(false);
     });
     showResultsOrEmptyState();
+    // Whoever focuses the popup focuses the search field.
+    setFocusProxy(m_field);
     m_field->setFocus();
 }
 
