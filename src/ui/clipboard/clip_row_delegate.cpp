@@ -16,7 +16,7 @@ namespace {
 
 constexpr int margin = 8;
 constexpr int gap = 10;
-constexpr int pinSide = 12;
+constexpr int pinSide = 14;
 
 QString symbolFor(ClipItem::Kind kind)
 {
