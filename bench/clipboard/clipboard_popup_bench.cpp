@@ -11,8 +11,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>

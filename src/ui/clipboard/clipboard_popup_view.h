@@ -28,8 +28,13 @@ public:
     static constexpr const char16_t *placeholder = u"Search clipboard history";
     static constexpr const char16_t *noMatches = u"No matches.";
     static constexpr const char16_t *emptyHistory = u"Copy something and it will show up here.";
+#ifdef Q_OS_MACOS
+    static constexpr const char16_t *legend
+        = u"\u21A9 paste   \u21E7\u21A9 copy only   \u2318P pin   \u2318\u232B delete   esc close";
+#else
     static constexpr const char16_t *legend
         = u"\u21A9 paste   \u21E7\u21A9 copy only   Ctrl+P pin   Ctrl+\u232B delete   esc close";
+#endif
 
     ClipboardPopupView(ClipPopupModel &model, ClipboardStore &store, QWidget *parent = nullptr);
     ~ClipboardPopupView() override;
