@@ -9,10 +9,12 @@ class ApplicationCatalog;
 class DesktopOpener;
 class FileSearchBackend;
 class HotKeyService;
+class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
-class PanelKeyboard;
+class LoginItem;
 class MouseMonitor;
+class PanelKeyboard;
 class Pasteboard;
 class ProcessLauncher;
 class Screens;
@@ -33,6 +35,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    const KeyPositions &keyPositions;
+    LoginItem &loginItem;
     // Null where the platform's own window activation is enough (tests).
     PanelKeyboard *panelKeyboard = nullptr;
 };
