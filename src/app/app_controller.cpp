@@ -2,6 +2,7 @@
 
 #include "app/app_logging.h"
 #include "core/app/log.h"
+#include "core/clipboard/clip_popup_model.h"
 #include "core/clipboard/clipboard_store.h"
 #include "core/launcher/app_index.h"
 #include "core/launcher/file_searcher.h"
@@ -19,6 +20,7 @@
 #include "core/shortcuts/hot_key_center.h"
 #include "core/windows/ax.h"
 #include "core/windows/drag_snapper.h"
+#include "ui/clipboard/clipboard_popup_view.h"
 #include "ui/launcher_view.h"
 #include "ui/panel_controller.h"
 #include "ui/settings/settings_window.h"
@@ -325,7 +327,24 @@ void AppController::toggleClipboard()
         return;
     }
     m_launcherPanel->hide();
-    qCInfo(lcApp) << "the clipboard popup is not part of this build";
+    auto *model = new ClipPopupModel(*m_clipboard);
+    model->close = [self = QPointer<AppController>(this)] {
+        if (self)
+            self->m_clipPanel->hide();
+    };
+    model->pasteItem = [self = QPointer<AppController>(this)](const ClipItem &item, bool copyOnly) {
+        if (!self)
+            return;
+        self->m_clipboard->copy(item, false);
+        if (copyOnly)
+            Toast::show(QStringLiteral("Copied"), 2.2);
+        else
+            self->schedulePaste();
+    };
+    auto *view = new ClipboardPopupView(*model, *m_clipboard);
+    // One model per opening: it goes with the view when the panel is dropped.
+    model->setParent(view);
+    m_clipPanel->show(view, ClipboardPopupView::width, ClipboardPopupView::height);
 }
 
 void AppController::schedulePaste()

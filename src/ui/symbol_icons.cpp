@@ -98,6 +98,53 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
         painter.drawRect(QRectF(size * 0.45, size * 0.4, size * 0.5, size * 0.4));
         return;
     }
+    if (symbol == QLatin1String("text.alignleft")) {
+        for (const double line : {0.0, 1.0, 2.0, 3.0}) {
+            const double y = size * (0.22 + line * 0.19);
+            painter.drawLine(QPointF(size * 0.12, y), QPointF(size * (line == 3 ? 0.6 : line == 1 ? 0.75 : 0.88), y));
+        }
+        return;
+    }
+    if (symbol == QLatin1String("doc") || symbol == QLatin1String("doc.on.clipboard")) {
+        const bool clipboard = symbol == QLatin1String("doc.on.clipboard");
+        const QRectF page(size * 0.2, size * (clipboard ? 0.12 : 0.06), size * 0.6, size * (clipboard ? 0.82 : 0.88));
+        const double fold = size * 0.2;
+        QPolygonF outlinePath;
+        outlinePath << page.topLeft() << QPointF(page.right() - fold, page.top())
+                    << QPointF(page.right(), page.top() + fold) << page.bottomRight() << page.bottomLeft();
+        painter.drawPolygon(clipboard ? QPolygonF(page) : outlinePath);
+        if (clipboard)
+            painter.fillRect(QRectF(size * 0.36, size * 0.04, size * 0.28, size * 0.14), ink);
+        else
+            painter.drawPolyline(QPolygonF({QPointF(page.right() - fold, page.top()),
+                QPointF(page.right() - fold, page.top() + fold), QPointF(page.right(), page.top() + fold)}));
+        for (const double y : {0.45, 0.6, 0.75})
+            painter.drawLine(QPointF(size * 0.32, size * y), QPointF(size * 0.68, size * y));
+        return;
+    }
+    if (symbol == QLatin1String("photo")) {
+        const QRectF frame(pen, size * 0.16, size - 2 * pen, size * 0.68);
+        painter.drawRoundedRect(frame, pen * 1.5, pen * 1.5);
+        painter.drawPolyline(QPolygonF({QPointF(frame.left(), frame.bottom() - size * 0.08),
+            QPointF(size * 0.38, size * 0.45), QPointF(size * 0.58, size * 0.65), QPointF(size * 0.72, size * 0.52),
+            QPointF(frame.right(), frame.bottom() - size * 0.12)}));
+        painter.drawEllipse(QPointF(size * 0.72, size * 0.32), size * 0.06, size * 0.06);
+        return;
+    }
+    if (symbol == QLatin1String("tray")) {
+        const QRectF box(pen, size * 0.3, size - 2 * pen, size * 0.5);
+        painter.drawRoundedRect(box, pen * 1.5, pen * 1.5);
+        painter.drawPolyline(QPolygonF({QPointF(box.left(), size * 0.55), QPointF(size * 0.34, size * 0.55),
+            QPointF(size * 0.4, size * 0.65), QPointF(size * 0.6, size * 0.65), QPointF(size * 0.66, size * 0.55),
+            QPointF(box.right(), size * 0.55)}));
+        return;
+    }
+    if (symbol == QLatin1String("pin.fill")) {
+        painter.setBrush(ink);
+        painter.drawEllipse(QRectF(size * 0.3, size * 0.05, size * 0.4, size * 0.4));
+        painter.drawLine(QPointF(size * 0.5, size * 0.45), QPointF(size * 0.5, size * 0.95));
+        return;
+    }
     // Anything else: a round badge with the symbol's first letter.
     painter.drawEllipse(QRectF(pen, pen, size - 2 * pen, size - 2 * pen));
     QFont font = painter.font();

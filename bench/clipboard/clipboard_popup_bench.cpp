@@ -1,0 +1,155 @@
+// The clipboard popup of the built tessary over a 1,000-entry history with
+// 100 pictures, measured from outside as a user meets it: time from the hot
+// key press (XTest) until the popup is mapped and has the input focus, over
+// 30 open/close cycles; then the resident memory after opening it once more
+// and moving the selection through every row (every thumbnail decoded).
+//
+// Needs a running X session with a window manager, for example the test one:
+//   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench
+//   DISPLAY=:75 build/<dir>/bench/clipboard/tessary_bench_clipboard_popup [tessary binary]
+#include "seeded_history.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+namespace tessary {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+QString binary = QStringLiteral(TESSARY_BINARY);
+
+// Keycodes of the US mapping the test server uses.
+constexpr xcb_keycode_t controlL = 37, altL = 64, keyV = 55, escape = 9, down = 116;
+
+void keys(xcb_connection_t *connection, std::initializer_list<xcb_keycode_t> chord)
+{
+    for (const xcb_keycode_t key : chord)
+        xcb_test_fake_input(connection, XCB_KEY_PRESS, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    for (auto key = std::rbegin(chord); key != std::rend(chord); ++key)
+        xcb_test_fake_input(connection, XCB_KEY_RELEASE, *key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    xcb_flush(connection);
+}
+
+// Whether the focused window is the popup (the only 580-wide window).
+bool popupFocused(xcb_connection_t *connection)
+{
+    auto *focus = xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr);
+    if (!focus)
+        return false;
+    auto *geometry = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, focus->focus), nullptr);
+    const bool popup = geometry && geometry->width == 580;
+    std::free(geometry);
+    std::free(focus);
+    return popup;
+}
+
+bool waitForPopup(xcb_connection_t *connection)
+{
+    const auto start = Clock::now();
+    while (!popupFocused(connection)) {
+        if (Clock::now() - start > std::chrono::seconds(2))
+            return false;
+    }
+    return true;
+}
+
+double residentMiB(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
+    }
+    return 0;
+}
+
+void BM_HotKeyToFocusedPopup(benchmark::State &state)
+{
+    QTemporaryDir home;
+    seedHistory(home.filePath(QStringLiteral(".local/share/Tessary")), 1000);
+    QProcess tessary;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home.path());
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
+        environment.remove(QString::fromLatin1(name));
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
+    tessary.setProcessEnvironment(environment);
+    tessary.start(binary, {});
+    QByteArray output;
+    if (!QTest::qWaitFor(
+            [&] {
+                output += tessary.readAllStandardError();
+                return output.contains("ready at");
+            },
+            20000)) {
+        state.SkipWithError("tessary did not start");
+        return;
+    }
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    std::vector<double> millis;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        keys(connection, {controlL, altL, keyV});
+        if (!waitForPopup(connection)) {
+            state.SkipWithError("the popup did not take the focus");
+            break;
+        }
+        const std::chrono::duration<double> elapsed = Clock::now() - start;
+        state.SetIterationTime(elapsed.count());
+        millis.push_back(elapsed.count() * 1000);
+        keys(connection, {escape});
+        QTest::qWait(100);
+    }
+    state.counters["rss_after_cycles_MiB"] = residentMiB(tessary.processId());
+
+    keys(connection, {controlL, altL, keyV});
+    if (waitForPopup(connection)) {
+        for (int row = 1; row < 1000; ++row) {
+            keys(connection, {down});
+            if (row % 20 == 0)
+                QTest::qWait(30);
+        }
+        QTest::qWait(1500);
+        state.counters["rss_scrolled_MiB"] = residentMiB(tessary.processId());
+        keys(connection, {escape});
+    }
+    xcb_disconnect(connection);
+    tessary.terminate();
+    tessary.waitForFinished();
+    if (millis.empty())
+        return;
+    std::sort(millis.begin(), millis.end());
+    state.counters["median_ms"] = millis[millis.size() / 2];
+    state.counters["p90_ms"] = millis[millis.size() * 9 / 10];
+}
+BENCHMARK(BM_HotKeyToFocusedPopup)->Iterations(30)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace tessary
+
+int main(int argc, char **argv)
+{
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (argc > 1)
+        tessary::binary = QString::fromLocal8Bit(argv[1]);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
