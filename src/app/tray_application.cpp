@@ -16,6 +16,7 @@
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 #include "platform/x11/x11_connection.h"
+#include "ui/app_icons.h"
 
 #include <QApplication>
 #include <QDir>
@@ -63,6 +64,9 @@ int runTrayApplication(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
+    // Lets the desktop match our windows to the installed desktop entry.
+    QApplication::setDesktopFileName(QStringLiteral("org.tessary.Tessary"));
+    QApplication::setWindowIcon(AppIcons::application());
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments().mid(1);
