@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Renders the PNG sizes of the icons from their SVG sources under data/icons.
 # The PNGs are committed, so building needs no SVG renderer; run this after
-# changing an SVG (needs rsvg-convert: apt-get install librsvg2-bin).
+# changing an SVG (needs rsvg-convert and ImageMagick: apt-get install
+# librsvg2-bin imagemagick).
 set -euo pipefail
 cd "$(dirname "$0")/../data/icons"
 
@@ -15,4 +16,8 @@ render() { # <svg> <name> <sizes...>
 }
 
 render org.tessary.Tessary.svg org.tessary.Tessary 16 22 24 32 48 64 128 256
-render tessary-tray.svg tessary-tray 16 22 24 32 48
+# The tray symbol is drawn on whole pixels twice: on a 16 grid (16, 32, 48)
+# and on a 22 grid (22, and 24 with a one-pixel margin), so no size is blurred.
+render tessary-tray.svg tessary-tray 16 32 48
+render tessary-tray-22.svg tessary-tray 22
+convert png/22/tessary-tray.png -background none -gravity center -extent 24x24 png/24/tessary-tray.png

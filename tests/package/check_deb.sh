@@ -36,7 +36,7 @@ grep -q "<release version=\"$version\"" "$root/usr/share/metainfo/$app_id.metain
 zcat "$root/usr/share/doc/tessary/changelog.gz" | head -1 | grep -qF "tessary ($version)" ||
   fail "the changelog's latest entry is not $version"
 
-lintian --fail-on error --suppress-tags no-manual-page "$deb" || fail "lintian reports errors"
+lintian --fail-on error "$deb" || fail "lintian reports errors"
 
 bin=$root/usr/bin/tessary
 export HOME=$scratch/home XDG_RUNTIME_DIR=$scratch/runtime
