@@ -9,7 +9,8 @@
 namespace tessary {
 namespace {
 
-// Share of the icon's pixels that stand out from `panel` once drawn on it.
+// Share of the icon's pixels that stand out from `panel` once drawn on it. A
+// line symbol with one-pixel strokes covers about a sixth of its square.
 double contrastingShare(const QIcon &icon, int size, QColor panel)
 {
     QImage image(size, size, QImage::Format_RGB32);
