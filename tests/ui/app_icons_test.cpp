@@ -31,7 +31,7 @@ TEST(AppIcons, traySymbolStandsOutOnLightAndDarkPanels)
     for (int size : {16, 22, 24, 32}) {
         EXPECT_TRUE(AppIcons::tray().availableSizes().contains(QSize(size, size))) << size;
         for (const QColor &panel : panels)
-            EXPECT_GE(contrastingShare(AppIcons::tray(), size, panel), 0.2)
+            EXPECT_GE(contrastingShare(AppIcons::tray(), size, panel), 0.15)
                 << size << " px on " << qPrintable(panel.name());
     }
 }
