@@ -18,12 +18,12 @@
 #include "core/windows/ax.h"
 #include "core/windows/drag_snapper.h"
 #include "ui/panel_controller.h"
+#include "ui/settings/settings_window.h"
 #include "ui/status_item.h"
 #include "ui/toast.h"
 #include "ui/tray_menu.h"
 
 #include <QCoreApplication>
-#include <QCursor>
 #include <QDateTime>
 #include <QDir>
 #include <QMessageBox>
@@ -76,15 +76,22 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
     // The check mark follows the store, whoever changes the flag.
     connect(m_clipboard.get(), &ClipboardStore::pausedChanged, this,
         [this](bool paused) { m_trayMenu->pauseItem()->setChecked(paused); });
-    // There is no settings window in this build yet.
-    m_trayMenu->settingsItem()->setEnabled(false);
 }
 
-AppController::~AppController() { m_settings->onChange = nullptr; }
+AppController::~AppController()
+{
+    m_settingsWindow.reset();
+    m_settings->onChange = nullptr;
+}
 
 QString AppController::startupMessage(const AppSettings &settings)
 {
-    return QStringLiteral("Tessary is running in the menu bar") + separator + QStringLiteral("Launcher ")
+#ifdef Q_OS_MACOS
+    const QString running = QStringLiteral("Tessary is running in the menu bar");
+#else
+    const QString running = QStringLiteral("Tessary is running in the system tray");
+#endif
+    return running + separator + QStringLiteral("Launcher ")
         + comboText(settings, HotAction::launcher) + separator + QStringLiteral("Clipboard ")
         + comboText(settings, HotAction::clipboard);
 }
@@ -249,8 +256,29 @@ void AppController::openSettings() { showSettings(); }
 
 void AppController::showSettings()
 {
-    // Until the settings window exists, the menu is what a reopen brings forward.
-    m_trayMenu->menu()->popup(QCursor::pos());
+    if (!m_settingsWindow) {
+        const QPointer<AppController> self(this);
+        const SettingsServices services{*m_settings, *m_clipboard, *m_snippets, m_ports.accessibility,
+            m_ports.loginItem, m_ports.workspace, m_ports.keyPositions,
+            [self](bool recording) {
+                if (self)
+                    self->setSuspended(recording);
+            },
+            [self](const QString &id) -> std::optional<QString> {
+                if (!self)
+                    return std::nullopt;
+                for (const AppEntry &app : self->m_appIndex->apps()) {
+                    if (app.fileName.compare(id, Qt::CaseInsensitive) == 0)
+                        return app.name;
+                }
+                return std::nullopt;
+            }};
+        m_settingsWindow = std::make_unique<SettingsWindow>(services);
+        m_settingsWindow->setFailed(m_failed);
+        connect(this, &AppController::failedChanged, m_settingsWindow.get(),
+            [this] { m_settingsWindow->setFailed(m_failed); });
+    }
+    m_settingsWindow->present();
 }
 
 void AppController::toggleLauncher(const QString &initialQuery)
@@ -283,7 +311,11 @@ void AppController::schedulePaste()
         if (!m_ports.accessibility.isTrusted()) {
             m_ports.accessibility.requestTrust();
             Toast::show(
+#ifdef Q_OS_MACOS
                 QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."),
+#else
+                QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."),
+#endif
                 3.5);
             return;
         }

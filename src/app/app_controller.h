@@ -21,6 +21,7 @@ class FileSearcher;
 class HotKeyCenter;
 class LauncherEngine;
 class PanelController;
+class SettingsWindow;
 class SnippetStore;
 class StatusItem;
 class TrayMenu;
@@ -85,6 +86,8 @@ public:
     PanelController &clipPanel() const { return *m_clipPanel; }
     // Created by the first applySettings.
     DragSnapper *dragSnapper() const { return m_dragSnapper.get(); }
+    // Created by the first showSettings.
+    SettingsWindow *settingsWindow() const { return m_settingsWindow.get(); }
 
     static QString startupMessage(const AppSettings &settings);
 
@@ -115,6 +118,7 @@ private:
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<PanelController> m_launcherPanel;
     std::unique_ptr<PanelController> m_clipPanel;
+    std::unique_ptr<SettingsWindow> m_settingsWindow;
     QSet<HotAction> m_failed;
     bool m_suspended = false;
 };

@@ -9,8 +9,10 @@ class ApplicationCatalog;
 class DesktopOpener;
 class FileSearchBackend;
 class HotKeyService;
+class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
+class LoginItem;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
@@ -32,6 +34,8 @@ struct AppPorts {
     FileSearchBackend &fileSearch;
     ProcessLauncher &processes;
     std::shared_ptr<const ApplicationCatalog> catalog;
+    const KeyPositions &keyPositions;
+    LoginItem &loginItem;
 };
 
 } // namespace tessary

@@ -5,7 +5,9 @@
 #include "core/platform/desktop_opener.h"
 #include "core/settings/app_settings.h"
 #include "core/windows/drag_snapper.h"
+#include "platform/fake/app/fake_key_positions.h"
 #include "platform/fake/app/fake_keystroke_sender.h"
+#include "platform/fake/app/fake_login_item.h"
 #include "platform/fake/clipboard/fake_pasteboard.h"
 #include "platform/fake/launcher/fake_application_catalog.h"
 #include "platform/fake/launcher/fake_file_search_backend.h"
@@ -89,7 +91,7 @@ protected:
         if (!m_controller) {
             m_controller = std::make_unique<AppController>(
                 AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard, keystrokes, defaults, opener,
-                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
                 data.path());
         }
         return *m_controller;
@@ -100,6 +102,8 @@ protected:
     FakeHotKeyService hotKeys;
     FakePasteboard pasteboard;
     FakeKeystrokeSender keystrokes;
+    FakeKeyPositions keyPositions;
+    FakeLoginItem loginItem;
     MemoryKeyValueStore defaults;
     RecordingOpener opener;
     FakeFileSearchBackend fileSearch;
@@ -140,7 +144,7 @@ TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOne
         AppSettings settings(store);
         c.arrange(settings, service);
         AppController subject(AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store,
-                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
             data.path());
         subject.registerHotkeys();
         EXPECT_EQ(subject.failed(), c.failed) << c.name;
@@ -191,7 +195,7 @@ TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
         const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
         c.arrange(fresh, w);
         AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener,
-                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>()},
+                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
             data.path());
         subject.perform(c.action);
         EXPECT_EQ(toastText(), c.message) << c.name;
@@ -202,13 +206,13 @@ TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
 {
     controller().launchApp({});
     EXPECT_EQ(toastText(),
-        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher ⌃⌥Space  \u00B7  Clipboard ⌃⌥V"));
+        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher Ctrl+Alt+Space  \u00B7  Clipboard Ctrl+Alt+V"));
     destroyController();
 
     AppSettings(defaults).set(std::nullopt, HotAction::launcher);
     hotKeys.holdByOtherApp(defaultCombo(HotAction::maximize));
     EXPECT_EQ(AppController::startupMessage(AppSettings(defaults)),
-        QString::fromUtf16(u"Tessary is running in the menu bar  \u00B7  Launcher not set  \u00B7  Clipboard ⌃⌥V"));
+        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher not set  \u00B7  Clipboard Ctrl+Alt+V"));
     controller().launchApp({});
     EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::maximize});
     EXPECT_EQ(toastText(),
@@ -291,7 +295,7 @@ TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
     QTest::qWait(int(AppController::pasteDelay.count()) * 3);
     EXPECT_EQ(keystrokes.pastes, 1);
     EXPECT_EQ(toastText(),
-        QString::fromUtf16(u"Copied. Press \u2318V to paste. Allow Accessibility to paste automatically."));
+        QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."));
 }
 
 TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)

@@ -1,5 +1,7 @@
 #include "core/shortcuts/key_combo.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 #include <array>
@@ -43,8 +45,21 @@ std::optional<std::uint32_t> uint32Member(const QJsonObject &object, QLatin1Stri
 
 } // namespace
 
-QString KeyCombo::display() const
+QString KeyCombo::display(Notation notation) const
 {
+    if (notation == Notation::words) {
+        QStringList parts;
+        if (modifiers & control)
+            parts << QStringLiteral("Ctrl");
+        if (modifiers & option)
+            parts << QStringLiteral("Alt");
+        if (modifiers & shift)
+            parts << QStringLiteral("Shift");
+        if (modifiers & command)
+            parts << QStringLiteral("Super");
+        parts << keyWord(keyCode);
+        return parts.join(QLatin1Char('+'));
+    }
     QString text;
     if (modifiers & control)
         text += QChar(0x2303);
@@ -63,6 +78,20 @@ const QHash<std::uint32_t, QString> &KeyCombo::keyNames()
 {
     static const QHash<std::uint32_t, QString> names = buildKeyNames();
     return names;
+}
+
+QString KeyCombo::keyWord(std::uint32_t code)
+{
+    // The names Linux desktops print on keys and in their shortcut settings.
+    static const QHash<std::uint32_t, QString> words = {{123, QStringLiteral("Left")},
+        {124, QStringLiteral("Right")}, {126, QStringLiteral("Up")}, {125, QStringLiteral("Down")},
+        {36, QStringLiteral("Return")}, {51, QStringLiteral("Backspace")}, {48, QStringLiteral("Tab")},
+        {53, QStringLiteral("Esc")}, {117, QStringLiteral("Delete")}, {115, QStringLiteral("Home")},
+        {119, QStringLiteral("End")}, {116, QStringLiteral("Page Up")}, {121, QStringLiteral("Page Down")}};
+    if (const auto word = words.constFind(code); word != words.cend())
+        return *word;
+    const auto name = keyNames().constFind(code);
+    return name != keyNames().cend() ? *name : QStringLiteral("Key %1").arg(code);
 }
 
 std::uint32_t KeyCombo::carbonModifiers(std::uint64_t eventFlags)

@@ -27,14 +27,25 @@ struct KeyCombo {
         static constexpr std::uint64_t command = 1ull << 20;
     };
 
+    // How a desktop writes shortcuts: macOS with symbols ("⌃⌥←"), Linux
+    // desktops with words joined by "+" ("Ctrl+Alt+Left", Super for command).
+    enum class Notation { symbols, words };
+#ifdef Q_OS_MACOS
+    static constexpr Notation nativeNotation = Notation::symbols;
+#else
+    static constexpr Notation nativeNotation = Notation::words;
+#endif
+
     std::uint32_t keyCode = 0;
     std::uint32_t modifiers = 0;
 
-    // Modifier symbols in the fixed order ⌃⌥⇧⌘, then the key name
-    // ("Key <code>" for codes missing from keyNames()).
-    QString display() const;
+    // Modifiers in the fixed order control, option, shift, command, then the
+    // key's name ("Key <code>" for codes missing from keyNames()).
+    QString display(Notation notation = nativeNotation) const;
 
     static const QHash<std::uint32_t, QString> &keyNames();
+    // The key's name in words notation: keyNames() with words for the symbols.
+    static QString keyWord(std::uint32_t keyCode);
     static std::uint32_t carbonModifiers(std::uint64_t eventFlags);
     static bool isFunctionKey(std::uint32_t keyCode);
 

@@ -24,9 +24,9 @@ TEST(HotAction, defaultCombosArePairwiseDifferent)
     for (HotAction action : HotActions::allCases)
         combos.insert(defaultCombo(action));
     EXPECT_EQ(combos.size(), 20);
-    EXPECT_EQ(defaultCombo(HotAction::nextDisplay).display(), QString::fromUtf16(u"⌃⌥⌘→"));
-    EXPECT_EQ(defaultCombo(HotAction::launcher).display(), QString::fromUtf16(u"⌃⌥Space"));
-    EXPECT_EQ(defaultCombo(HotAction::restore).display(), QString::fromUtf16(u"⌃⌥⌫"));
+    EXPECT_EQ(defaultCombo(HotAction::nextDisplay).display(KeyCombo::Notation::symbols), QString::fromUtf16(u"⌃⌥⌘→"));
+    EXPECT_EQ(defaultCombo(HotAction::launcher).display(KeyCombo::Notation::symbols), QString::fromUtf16(u"⌃⌥Space"));
+    EXPECT_EQ(defaultCombo(HotAction::restore).display(KeyCombo::Notation::symbols), QString::fromUtf16(u"⌃⌥⌫"));
 }
 
 TEST(HotAction, everyLayoutHasItsActionAndOnlyLayoutActionsMapBack)

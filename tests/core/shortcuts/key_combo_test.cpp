@@ -11,7 +11,8 @@ namespace {
 struct DisplayCase {
     std::uint32_t keyCode;
     std::uint32_t modifiers;
-    const char16_t *expected;
+    const char16_t *symbols;
+    const char16_t *words;
 };
 
 class KeyComboDisplay : public ::testing::TestWithParam<DisplayCase> { };
@@ -19,16 +20,21 @@ class KeyComboDisplay : public ::testing::TestWithParam<DisplayCase> { };
 TEST_P(KeyComboDisplay, showsModifiersInFixedOrderThenTheKey)
 {
     const DisplayCase &c = GetParam();
-    EXPECT_EQ((KeyCombo{c.keyCode, c.modifiers}.display()), QString::fromUtf16(c.expected));
+    const KeyCombo combo{c.keyCode, c.modifiers};
+    EXPECT_EQ(combo.display(KeyCombo::Notation::symbols), QString::fromUtf16(c.symbols));
+    EXPECT_EQ(combo.display(KeyCombo::Notation::words), QString::fromUtf16(c.words));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, KeyComboDisplay,
-    ::testing::Values(DisplayCase{123, 6144, u"⌃⌥←"}, DisplayCase{123, 6400, u"⌃⌥⌘←"},
-        DisplayCase{0, 4096 + 2048 + 512 + 256, u"⌃⌥⇧⌘A"}, DisplayCase{122, 0, u"F1"}, DisplayCase{111, 0, u"F12"},
-        DisplayCase{49, 4096, u"⌃Space"}, DisplayCase{200, 6144, u"⌃⌥Key 200"}, DisplayCase{42, 0, u"\\"},
-        DisplayCase{50, 512, u"⇧`"},
+    ::testing::Values(DisplayCase{123, 6144, u"⌃⌥←", u"Ctrl+Alt+Left"},
+        DisplayCase{123, 6400, u"⌃⌥⌘←", u"Ctrl+Alt+Super+Left"},
+        DisplayCase{0, 4096 + 2048 + 512 + 256, u"⌃⌥⇧⌘A", u"Ctrl+Alt+Shift+Super+A"},
+        DisplayCase{122, 0, u"F1", u"F1"}, DisplayCase{111, 0, u"F12", u"F12"},
+        DisplayCase{49, 6144, u"⌃⌥Space", u"Ctrl+Alt+Space"}, DisplayCase{51, 6144, u"⌃⌥⌫", u"Ctrl+Alt+Backspace"},
+        DisplayCase{116, 512, u"⇧⇞", u"Shift+Page Up"}, DisplayCase{200, 6144, u"⌃⌥Key 200", u"Ctrl+Alt+Key 200"},
+        DisplayCase{42, 0, u"\\", u"\\"}, DisplayCase{50, 512, u"⇧`", u"Shift+`"},
         // Bits other than the four modifiers are ignored.
-        DisplayCase{36, 6144 | 1, u"⌃⌥↩"}));
+        DisplayCase{36, 6144 | 1, u"⌃⌥↩", u"Ctrl+Alt+Return"}));
 
 TEST(KeyComboNames, tableHasSeventyThreeDistinctCodes)
 {

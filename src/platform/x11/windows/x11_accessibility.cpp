@@ -1,6 +1,7 @@
 #include "platform/x11/windows/x11_accessibility.h"
 
 #include "platform/x11/windows/x11_monitors.h"
+#include "platform/x11/windows/x11_properties.h"
 
 #include <cmath>
 
@@ -13,7 +14,16 @@ X11Accessibility::X11Accessibility(X11Connection &x11)
 {
 }
 
-bool X11Accessibility::isTrusted() const { return true; }
+bool X11Accessibility::isTrusted() const
+{
+    // EWMH: the root names a check window that names itself; a stale root
+    // property left by a window manager that quit names a window that is gone.
+    const xcb_atom_t check = m_x11.atom("_NET_SUPPORTING_WM_CHECK");
+    const QList<xcb_window_t> named = X11Properties::windows(m_x11.connection(), m_x11.root(), check);
+    if (named.isEmpty())
+        return false;
+    return X11Properties::windows(m_x11.connection(), named.first(), check) == QList<xcb_window_t>{named.first()};
+}
 
 bool X11Accessibility::requestTrust() { return true; }
 

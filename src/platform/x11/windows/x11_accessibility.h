@@ -9,7 +9,8 @@ namespace tessary {
 // Accessibility over EWMH. A WindowId is the X id of a managed client window,
 // which is also its hash. Frames are converted between root coordinates and
 // accessibility coordinates (origin top-left of the primary monitor). X11
-// needs no permission to move windows, so trust is always granted.
+// needs no permission to move windows, but moving them takes an EWMH window
+// manager: trust is granted while one runs.
 class X11Accessibility final : public Accessibility {
 public:
     explicit X11Accessibility(X11Connection &x11);
