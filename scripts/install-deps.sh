@@ -14,13 +14,10 @@ packages=(
   libx11-dev libx11-xcb-dev libxtst-dev libxi-dev libxrandr-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
-<<<<<<< HEAD
   # the Debian package and its checks
   dpkg-dev file lintian desktop-file-utils appstream
-=======
   # quality gates: clazy over src/, libFuzzer targets (bench/fuzz.sh)
   clazy clang libclang-rt-14-dev
->>>>>>> main
   # the test X session and its real clients
   xvfb xauth openbox xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
 )
