@@ -91,6 +91,7 @@ for round in $(seq 1 "$kills"); do
   kill -9 "$pid"; wait "$pid" 2>/dev/null || true; pid=
   left=$(check kill)
   (( left > most_temporaries )) && most_temporaries=$left
+  (( round % 25 == 0 )) && echo "$round kills, $copies copies: history intact"
 done
 echo "SIGKILL: $kills kills during $copies copies; history intact after each; at most $most_temporaries temporaries left by a kill"
 

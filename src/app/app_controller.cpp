@@ -6,17 +6,20 @@
 #include "core/launcher/app_index.h"
 #include "core/launcher/file_searcher.h"
 #include "core/launcher/launcher_engine.h"
+#include "core/launcher/launcher_model.h"
 #include "core/launcher/usage_tracker.h"
 #include "core/platform/accessibility.h"
 #include "core/platform/application_catalog.h"
 #include "core/platform/key_value_store.h"
 #include "core/platform/keystroke_sender.h"
+#include "core/platform/panel_keyboard.h"
 #include "core/platform/pasteboard.h"
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
 #include "core/shortcuts/hot_key_center.h"
 #include "core/windows/ax.h"
 #include "core/windows/drag_snapper.h"
+#include "ui/launcher_view.h"
 #include "ui/panel_controller.h"
 #include "ui/settings/settings_window.h"
 #include "ui/status_item.h"
@@ -41,6 +44,13 @@ namespace {
 
 const QString separator = QString::fromUtf16(u"  \u00B7  ");
 
+QList<SystemCommand> systemCommands(SessionControl *session)
+{
+    if (!session)
+        return {};
+    return SystemCommand::sessionTable(*session, [](const QString &message) { Toast::show(message, 2.2); });
+}
+
 QString comboText(const AppSettings &settings, HotAction action)
 {
     const std::optional<KeyCombo> combo = settings.combo(action);
@@ -60,11 +70,13 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
     , m_appIndex(std::make_unique<AppIndex>(ports.catalog, ports.catalog->defaultRoots()))
     , m_usage(std::make_unique<UsageTracker>(ports.defaults))
     , m_files(std::make_unique<FileSearcher>(ports.fileSearch, QDir::homePath()))
-    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{
-          *m_settings, *m_clipboard, *m_snippets, *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard}))
+    , m_launcher(std::make_unique<LauncherEngine>(LauncherEngine::Sources{*m_settings, *m_clipboard, *m_snippets,
+          *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard, systemCommands(ports.session)}))
     , m_trayMenu(std::make_unique<TrayMenu>())
-    , m_launcherPanel(std::make_unique<PanelController>())
-    , m_clipPanel(std::make_unique<PanelController>())
+    , m_launcherPanel(std::make_unique<PanelController>(
+          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard}))
+    , m_clipPanel(std::make_unique<PanelController>(
+          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard}))
 {
     m_clipboard->frontAppProvider = ClipboardStore::frontAppProviderFor(ports.workspace);
     fillLauncherActions();
@@ -292,7 +304,19 @@ void AppController::toggleLauncher(const QString &initialQuery)
     }
     m_clipPanel->hide();
     m_appIndex->refresh(false);
-    qCInfo(lcApp) << "the launcher view is not part of this build; query" << initialQuery;
+    auto *model = new LauncherModel(*m_launcher);
+    if (!initialQuery.isEmpty())
+        model->setQuery(initialQuery);
+    model->close = [self = QPointer<AppController>(this)] {
+        if (self)
+            self->m_launcherPanel->hide();
+    };
+    auto *view = new LauncherView(*model);
+    // The model lives as long as its view: one opening of the panel.
+    model->setParent(view);
+    m_launcherPanel->show(view, launcherWidth, int(model->height()));
+    m_launcherPanel->addSubscription(connect(
+        model, &LauncherModel::resultsChanged, this, [this, model] { m_launcherPanel->setHeight(model->height()); }));
 }
 
 void AppController::toggleClipboard()
@@ -375,12 +399,15 @@ void AppController::fillLauncherActions()
         self->putOnPasteboard(text);
         Toast::show(QStringLiteral("Copied ") + text, 2.2);
     };
-    actions.confirm = [](const QString &question) {
+    actions.confirm = [self](const QString &question) {
         QMessageBox alert(QMessageBox::Warning, QStringLiteral("Tessary"), question);
         QPushButton *proceed = alert.addButton(QStringLiteral("Continue"), QMessageBox::AcceptRole);
         alert.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
         alert.setDefaultButton(proceed);
-        alert.activateWindow();
+        alert.setWindowFlag(Qt::WindowStaysOnTopHint);
+        // The user asked for it a moment ago: it takes the keyboard like a panel.
+        if (self && self->m_ports.panelKeyboard)
+            self->m_ports.panelKeyboard->focusPanel(alert.winId());
         alert.exec();
         return alert.clickedButton() == proceed;
     };

@@ -38,6 +38,7 @@ public:
     static constexpr const char *askedAccessibilityKey = "tessary.askedAccessibility";
     static constexpr std::chrono::milliseconds menuDelay{80};
     static constexpr std::chrono::milliseconds pasteDelay{120};
+    static constexpr int launcherWidth = 680;
     static constexpr std::chrono::milliseconds showOptionDelay{1000};
 
     // Creates the stores (reading their files in `dataDirectory`), the window

@@ -12,11 +12,13 @@ class HotKeyService;
 class KeyPositions;
 class KeyValueStore;
 class KeystrokeSender;
+class PanelKeyboard;
 class LoginItem;
 class MouseMonitor;
 class Pasteboard;
 class ProcessLauncher;
 class Screens;
+class SessionControl;
 class Workspace;
 
 // The platform as the application controller sees it. Every port must
@@ -36,6 +38,10 @@ struct AppPorts {
     std::shared_ptr<const ApplicationCatalog> catalog;
     const KeyPositions &keyPositions;
     LoginItem &loginItem;
+    // Null where the platform's own window activation is enough (tests).
+    PanelKeyboard *panelKeyboard = nullptr;
+    // Runs the launcher's system commands; none are offered without it.
+    SessionControl *session = nullptr;
 };
 
 } // namespace tessary

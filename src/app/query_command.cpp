@@ -11,8 +11,11 @@
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
+#include "platform/x11/launcher/desktop_file_search.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
 #include "platform/x11/launcher/home_walk_file_search.h"
+#include "platform/x11/launcher/session/desktop_session_control.h"
+#include "platform/x11/launcher/tracker_file_search.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -24,6 +27,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace tessary {
 
@@ -31,6 +35,7 @@ namespace {
 
 // Longest wait for the file rows; a slower search is left out of the answer.
 constexpr int fileSearchTimeoutMs = 15000;
+constexpr int sessionProbeTimeoutMs = 2000;
 
 // The pasteboard of a process that runs no rows and has no display: empty, and
 // nothing is ever written to it.
@@ -118,13 +123,31 @@ int runQueryCommand(int argc, char **argv)
     const auto catalog = std::make_shared<DesktopEntryCatalog>();
     AppIndex index(catalog, catalog->defaultRoots());
     UsageTracker usage(defaults);
-    HomeWalkFileSearch fileIndex(QDir::homePath());
-    FileSearcher files(fileIndex, QDir::homePath());
+    HomeWalkFileSearch homeWalk(QDir::homePath());
+    TrackerFileSearch fileIndex(QDir::homePath());
+    DesktopFileSearch fileSearch(fileIndex, QString::fromLatin1(TrackerFileSearch::service), homeWalk);
+    FileSearcher files(fileSearch, QDir::homePath());
     DetachedProcessLauncher processes;
-    LauncherEngine engine({settings, clipboard, snippets, index, usage, files, processes, pasteboard});
+    DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
+    LauncherEngine engine({settings, clipboard, snippets, index, usage, files, processes, pasteboard,
+        SystemCommand::sessionTable(session, {})});
 
+    // Rows need both the applications and what the session offers.
     QEventLoop loop;
-    QObject::connect(&index, &AppIndex::scanned, &loop, &QEventLoop::quit);
+    int pending = 2;
+    const auto oneDone = [&pending, &loop] {
+        if (--pending == 0)
+            loop.quit();
+    };
+    QObject::connect(&index, &AppIndex::scanned, &loop, oneDone);
+    // A bus that does not answer delays the rows by two seconds at most.
+    bool probed = false;
+    const auto sessionDone = [&probed, &oneDone] {
+        if (!std::exchange(probed, true))
+            oneDone();
+    };
+    QObject::connect(&session, &DesktopSessionControl::probed, &loop, sessionDone);
+    QTimer::singleShot(sessionProbeTimeoutMs, &loop, sessionDone);
     index.refresh(true);
     loop.exec();
 

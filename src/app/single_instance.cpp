@@ -74,7 +74,8 @@ void SingleInstance::onNewConnection()
             if (!message.isArray())
                 return;
             QStringList arguments;
-            for (const QJsonValue &value : message.array())
+            const QJsonArray values = message.array();
+            for (const QJsonValue &value : values)
                 arguments.append(value.toString());
             Q_EMIT forwarded(arguments);
         });

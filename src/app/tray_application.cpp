@@ -6,16 +6,21 @@
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
-#include "platform/x11/app/evdev_key_positions.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
+#include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
+#include "platform/x11/launcher/desktop_file_search.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
 #include "platform/x11/launcher/gio_desktop_opener.h"
 #include "platform/x11/launcher/home_walk_file_search.h"
+#include "platform/x11/launcher/session/desktop_session_control.h"
+#include "platform/x11/launcher/startup_notifier.h"
+#include "platform/x11/launcher/tracker_file_search.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
@@ -24,6 +29,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QIcon>
 
 #include <xcb/xcb.h>
 
@@ -55,6 +62,23 @@ bool displayReachable()
     return reachable;
 }
 
+// Outside a desktop environment Qt looks only in hicolor, which has next to no
+// icons: use a complete theme that is installed.
+void chooseIconTheme()
+{
+    const QString current = QIcon::themeName();
+    if (!current.isEmpty() && current != QLatin1String("hicolor"))
+        return;
+    for (const char *theme : {"Adwaita", "breeze", "Papirus", "elementary"}) {
+        for (const QString &path : QIcon::themeSearchPaths()) {
+            if (QFileInfo::exists(path + QLatin1Char('/') + QLatin1String(theme) + QStringLiteral("/index.theme"))) {
+                QIcon::setThemeName(QLatin1String(theme));
+                return;
+            }
+        }
+    }
+}
+
 } // namespace
 
 int runTrayApplication(int argc, char **argv)
@@ -71,6 +95,7 @@ int runTrayApplication(int argc, char **argv)
     // Lets the desktop match our windows to the installed desktop entry.
     QApplication::setDesktopFileName(QStringLiteral("org.tessary.Tessary"));
     QApplication::setWindowIcon(AppIcons::application());
+    chooseIconTheme();
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments().mid(1);
@@ -88,17 +113,22 @@ int runTrayApplication(int argc, char **argv)
     X11Workspace workspace(*x11);
     X11Screens screens(*x11);
     X11MouseMonitor mouse(*x11);
-    X11HotKeyService hotKeys(*x11);
+    X11KeyPositions keyPositions(*x11);
+    X11HotKeyService hotKeys(*x11, keyPositions);
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
+    X11PanelKeyboard panelKeyboard(*x11, hotKeys.keyboardFreeze());
     SettingsKeyValueStore defaults;
-    GioDesktopOpener opener;
-    HomeWalkFileSearch fileSearch(QDir::homePath());
+    StartupNotifier startupNotifier(*x11);
+    GioDesktopOpener opener(&startupNotifier);
+    HomeWalkFileSearch homeWalk(QDir::homePath());
+    TrackerFileSearch fileIndex(QDir::homePath());
+    DesktopFileSearch fileSearch(fileIndex, QString::fromLatin1(TrackerFileSearch::service), homeWalk);
     DetachedProcessLauncher processes;
-    EvdevKeyPositions keyPositions;
+    DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
     XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem};
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem, &panelKeyboard, &session};
 
     // Only this instance writes there: what a killed one left mid-write can go.
     const QString data = DataDirectory::defaultPath();

@@ -9,7 +9,10 @@ FloatingPanel::FloatingPanel(Input input, QWidget *parent)
 {
     Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint;
     if (input == Input::keyboard) {
-        flags |= Qt::Tool;
+        // Outside the window manager's care: it opens where it is placed, at
+        // once, and takes the keyboard itself (PanelKeyboard) even where the
+        // window manager would refuse a new window the focus.
+        flags |= Qt::Tool | Qt::BypassWindowManagerHint;
     } else {
         // A tooltip-type window is left alone by the window manager: never focused, never decorated.
         flags |= Qt::ToolTip | Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus;

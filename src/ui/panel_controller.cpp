@@ -1,6 +1,10 @@
 #include "ui/panel_controller.h"
 
-#include <QCursor>
+#include "core/platform/keystroke_sender.h"
+#include "core/platform/panel_keyboard.h"
+#include "core/platform/screens.h"
+#include "core/windows/geometry.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -9,25 +13,9 @@
 
 namespace tessary {
 
-namespace {
-
-QList<PanelController::Screen> currentScreens(int &primary)
-{
-    QList<PanelController::Screen> screens;
-    primary = -1;
-    const QList<QScreen *> all = QGuiApplication::screens();
-    for (int i = 0; i < all.size(); ++i) {
-        screens.append({all[i]->geometry(), all[i]->availableGeometry()});
-        if (all[i] == QGuiApplication::primaryScreen())
-            primary = i;
-    }
-    return screens;
-}
-
-} // namespace
-
-PanelController::PanelController(QObject *parent)
+PanelController::PanelController(Ports ports, QObject *parent)
     : QObject(parent)
+    , m_ports(ports)
 {
 }
 
@@ -58,9 +46,31 @@ QRect PanelController::placement(const QList<Screen> &screens, int primary, QPoi
     return QRect(QPoint(int(std::lround(x)), int(std::lround(top))), size);
 }
 
+QList<PanelController::Screen> PanelController::toGlobal(const QList<ScreenInfo> &screens, QPoint primaryOrigin)
+{
+    QList<Screen> result;
+    if (screens.isEmpty())
+        return result;
+    const double primaryHeight = screens.first().frame.absHeight();
+    const auto global = [&](const Rect &desktop) {
+        const Rect flipped = Geometry::flip(desktop, primaryHeight);
+        return QRectF(flipped.x, flipped.y, flipped.width, flipped.height).toRect().translated(primaryOrigin);
+    };
+    for (const ScreenInfo &screen : screens)
+        result.append({global(screen.frame), global(screen.visible)});
+    return result;
+}
+
+QPoint PanelController::toGlobal(QPointF pointer, const QList<ScreenInfo> &screens, QPoint primaryOrigin)
+{
+    const double primaryHeight = screens.isEmpty() ? 0 : screens.first().frame.absHeight();
+    return QPointF(pointer.x(), primaryHeight - pointer.y()).toPoint() + primaryOrigin;
+}
+
 void PanelController::show(QWidget *content, int width, int height)
 {
     hide();
+    m_ports.keystrokes.rememberTarget();
     auto *panel = new FloatingPanel(FloatingPanel::Input::keyboard);
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -73,11 +83,19 @@ void PanelController::show(QWidget *content, int width, int height)
             self->hide();
     };
 
-    int primary = 0;
-    const QList<Screen> screens = currentScreens(primary);
-    panel->setGeometry(placement(screens, primary, QCursor::pos(), QSize(width, height)));
+    // The usable areas come from the platform (per-display panels and docks),
+    // the primary display's place in Qt's coordinates from Qt.
+    const QScreen *primary = QGuiApplication::primaryScreen();
+    const QPoint origin = primary ? primary->geometry().topLeft() : QPoint();
+    const QList<ScreenInfo> screens = m_ports.screens.screens();
+    const QPoint pointer = toGlobal(m_ports.screens.pointerLocation(), screens, origin);
+    panel->setGeometry(placement(toGlobal(screens, origin), 0, pointer, QSize(width, height)));
     m_panel = panel;
     panel->show();
+    // Reparenting into the panel dropped whatever focus the content had chosen.
+    content->setFocus(Qt::ActiveWindowFocusReason);
+    if (m_ports.keyboard)
+        m_ports.keyboard->focusPanel(panel->winId());
     panel->raise();
     panel->activateWindow();
 }
@@ -89,6 +107,8 @@ void PanelController::hide()
     FloatingPanel *panel = m_panel;
     m_panel = nullptr;
     panel->onResignKey = nullptr;
+    if (m_ports.keyboard)
+        m_ports.keyboard->panelHiding(panel->winId());
     panel->hide();
     panel->deleteLater();
     for (const QMetaObject::Connection &connection : std::as_const(m_subscriptions))
@@ -96,6 +116,14 @@ void PanelController::hide()
     m_subscriptions.clear();
     if (const auto callback = onHide)
         callback();
+}
+
+void PanelController::setHeight(double height)
+{
+    if (!m_panel || std::abs(m_panel->height() - height) <= 0.5)
+        return;
+    const QRect frame = m_panel->geometry();
+    m_panel->setGeometry(frame.x(), frame.y(), frame.width(), int(std::lround(height)));
 }
 
 void PanelController::addSubscription(const QMetaObject::Connection &connection) { m_subscriptions.append(connection); }

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 struct Outcome {
@@ -26,6 +28,10 @@ protected:
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS",
                  "XDG_STATE_HOME", "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"})
             env.remove(QString::fromLatin1(name));
+        if (!m_locale.isEmpty()) {
+            env.insert(QStringLiteral("LANG"), m_locale);
+            env.insert(QStringLiteral("LC_ALL"), m_locale);
+        }
         QProcess process;
         process.setProcessEnvironment(env);
         process.start(QStringLiteral(TESSARY_BINARY), QStringList{QStringLiteral("query")} + arguments);
@@ -49,6 +55,8 @@ protected:
     }
 
     QTemporaryDir m_home;
+    // The child's locale; the C locale when empty.
+    QString m_locale;
 };
 
 TEST_F(QueryCommand, aCalculationIsTheFirstRow)
@@ -61,6 +69,20 @@ TEST_F(QueryCommand, aCalculationIsTheFirstRow)
     EXPECT_EQ(first.value(QLatin1String("title")).toString(), QStringLiteral("0.84"));
     EXPECT_EQ(first.value(QLatin1String("subtitle")).toString(), QStringLiteral("12*7% ="));
     EXPECT_EQ(first.value(QLatin1String("score")).toDouble(), 5000);
+}
+
+TEST_F(QueryCommand, calculationsReadTheSameInEveryLocale)
+{
+    m_locale = qEnvironmentVariable("TESSARY_TEST_LOCALE");
+    if (m_locale.isEmpty())
+        GTEST_SKIP() << "runs under the test locales";
+    const std::pair<QString, QString> cases[] = {{QStringLiteral("2^64"), QStringLiteral("1.84467e+19")},
+        {QStringLiteral("1234.5*2"), QStringLiteral("2,469")}, {QStringLiteral("1/8"), QStringLiteral("0.125")}};
+    for (const auto &[text, title] : cases) {
+        const QJsonArray result = rows({text});
+        ASSERT_FALSE(result.isEmpty()) << text.toStdString();
+        EXPECT_EQ(result.first().toObject().value(QLatin1String("title")).toString(), title) << text.toStdString();
+    }
 }
 
 TEST_F(QueryCommand, textMatchingNothingEndsWithTheWebFallback)

@@ -1,6 +1,9 @@
 #include "ui/panel_controller.h"
 
-#include <QCursor>
+#include "platform/fake/app/fake_keystroke_sender.h"
+#include "platform/fake/app/fake_panel_keyboard.h"
+#include "platform/fake/windows/fake_desktop.h"
+
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPointer>
@@ -42,6 +45,24 @@ TEST(PanelController, placementFollowsThePointersScreen)
         EXPECT_EQ(PanelController::placement(c.screens, c.primary, c.pointer, {680, 400}), c.frame) << c.name;
 }
 
+TEST(PanelController, desktopCoordinatesBecomeQtGlobalOnes)
+{
+    // Desktop coordinates: origin at the primary's bottom-left, y up; a
+    // 30-point top panel on the primary, the second monitor top-aligned.
+    const QList<ScreenInfo> desktop = {
+        {{0, 0, 1920, 1080}, {0, 0, 1920, 1050}},
+        {{1920, 180, 1440, 900}, {1920, 180, 1440, 900}},
+    };
+    for (const QPoint origin : {QPoint(0, 0), QPoint(1440, 0)}) {
+        const QList<Screen> global = PanelController::toGlobal(desktop, origin);
+        ASSERT_EQ(global.size(), 2);
+        EXPECT_EQ(global[0].frame, QRect(origin, QSize(1920, 1080)));
+        EXPECT_EQ(global[0].available, QRect(origin + QPoint(0, 30), QSize(1920, 1050)));
+        EXPECT_EQ(global[1].available, QRect(origin + QPoint(1920, 0), QSize(1440, 900)));
+        EXPECT_EQ(PanelController::toGlobal(QPointF(2000, 1000), desktop, origin), origin + QPoint(2000, 80));
+    }
+}
+
 class PanelControllerShown : public ::testing::Test {
 protected:
     static QLabel *content() { return new QLabel(QStringLiteral("content")); }
@@ -53,25 +74,51 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     }
 
-    PanelController controller;
+    static QList<ScreenInfo> primaryOnly()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const Rect frame{0, 0, double(screen.width()), double(screen.height())};
+        return {{frame, frame}};
+    }
+
+    FakeDesktop desktop;
+    FakeKeystrokeSender keystrokes;
+    FakePanelKeyboard keyboard;
+    PanelController controller{{desktop, keystrokes, &keyboard}};
     int hides = 0;
 
     void SetUp() override
     {
+        desktop.setScreens(primaryOnly());
+        desktop.setPointer(QPointF(10, 10));
         controller.onHide = [this] { ++hides; };
     }
 };
 
-TEST_F(PanelControllerShown, showsTheContentAtItsSizeOnThePointersScreen)
+TEST_F(PanelControllerShown, remembersTheTargetThenShowsAndFocusesThePanelAtItsSize)
 {
-    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().center());
     controller.show(content(), 580, 440);
     ASSERT_TRUE(controller.panel());
     EXPECT_TRUE(controller.isVisible());
+    EXPECT_EQ(keystrokes.remembered, 1);
     const QScreen *screen = QGuiApplication::primaryScreen();
     EXPECT_EQ(controller.panel()->geometry(),
-        PanelController::placement({{screen->geometry(), screen->availableGeometry()}}, 0, QCursor::pos(), {580, 440}));
+        PanelController::placement({{screen->geometry(), screen->geometry()}}, 0, {}, {580, 440}));
+    EXPECT_EQ(keyboard.focused, QList<quintptr>{controller.panel()->winId()});
     EXPECT_TRUE(QTest::qWaitForWindowActive(controller.panel()));
+    const quintptr window = controller.panel()->winId();
+    controller.hide();
+    EXPECT_EQ(keyboard.hidden, QList<quintptr>{window});
+}
+
+TEST_F(PanelControllerShown, heightChangesKeepTheTopEdgeAndIgnoreHalfPoints)
+{
+    controller.show(content(), 680, 66);
+    const QRect before = controller.panel()->geometry();
+    controller.setHeight(66.5);
+    EXPECT_EQ(controller.panel()->geometry(), before);
+    controller.setHeight(228);
+    EXPECT_EQ(controller.panel()->geometry(), QRect(before.topLeft(), QSize(680, 228)));
 }
 
 TEST_F(PanelControllerShown, showingAgainReplacesThePanel)
@@ -122,7 +169,9 @@ TEST(PanelControllerLifetime, aGoneControllerTakesItsPanelAlong)
 {
     QPointer<FloatingPanel> panel;
     {
-        PanelController controller;
+        FakeDesktop desktop;
+        FakeKeystrokeSender keystrokes;
+        PanelController controller({desktop, keystrokes});
         controller.show(new QLabel, 300, 100);
         panel = controller.panel();
         ASSERT_TRUE(QTest::qWaitForWindowActive(panel));

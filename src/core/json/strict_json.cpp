@@ -53,7 +53,8 @@ std::optional<QStringList> stringList(const QJsonObject &object, const char *nam
     if (!value.isArray())
         return std::nullopt;
     QStringList list;
-    for (const QJsonValue &item : value.toArray()) {
+    const QJsonArray items = value.toArray();
+    for (const QJsonValue &item : items) {
         if (!item.isString())
             return std::nullopt;
         list.append(item.toString());

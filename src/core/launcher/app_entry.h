@@ -2,6 +2,7 @@
 
 #include <QHashFunctions>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 namespace tessary {
@@ -12,6 +13,9 @@ struct AppEntry {
     QString name;
     QString fileName;
     QUrl url;
+    // Further texts the application is found by (its untranslated name, its
+    // generic name, its keywords), ranked below a match of `name`.
+    QStringList otherNames = {};
 
     QString path() const { return url.toLocalFile(); }
 
@@ -20,7 +24,7 @@ struct AppEntry {
 
 inline size_t qHash(const AppEntry &entry, size_t seed = 0)
 {
-    return qHashMulti(seed, entry.name, entry.fileName, entry.url);
+    return qHashMulti(seed, entry.name, entry.fileName, entry.url, entry.otherNames);
 }
 
 } // namespace tessary

@@ -40,7 +40,7 @@ private:
         for (const QFileInfo &item : items) {
             if (item.fileName().endsWith(m_suffix))
                 add(root, item.filePath());
-            else if (item.isDir() && depth < AppIndex::maxDepth)
+            else if (item.isDir() && depth < m_catalog.maxDepth())
                 folder(root, item.filePath(), depth + 1);
         }
     }
@@ -55,7 +55,7 @@ private:
         if (!name)
             return;
         const QString fileName = QFileInfo(path).fileName().chopped(m_suffix.size());
-        m_apps.append(AppEntry{*name, fileName, QUrl::fromLocalFile(path)});
+        m_apps.append(AppEntry{*name, fileName, QUrl::fromLocalFile(path), m_catalog.otherNames(path)});
     }
 
     const ApplicationCatalog &m_catalog;

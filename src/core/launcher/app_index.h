@@ -21,8 +21,6 @@ class AppIndex : public QObject {
     Q_OBJECT
 
 public:
-    // Entries deeper than this below a root (1 = directly inside) are not looked at.
-    static constexpr int maxDepth = 3;
     static constexpr int refreshIntervalSeconds = 60;
 
     AppIndex(std::shared_ptr<const ApplicationCatalog> catalog, QStringList folders, QObject *parent = nullptr);

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <numbers>
 #include <vector>
 
@@ -261,9 +260,10 @@ std::optional<double> evaluate(const QString &text)
 QString format(double value, bool grouping)
 {
     if (value != 0 && (std::abs(value) >= 1e15 || std::abs(value) < 1e-9)) {
+        // "%.6g" in the C locale; printf would follow the process locale's decimal point.
         char buffer[32];
-        std::snprintf(buffer, sizeof buffer, "%.6g", value);
-        return QString::fromLatin1(buffer);
+        const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr;
+        return QString::fromLatin1(buffer, end - buffer);
     }
     QString text = icuFormat(value, grouping);
     return text.isEmpty() ? QString::number(value, 'g', QLocale::FloatingPointShortest) : text;

@@ -27,15 +27,26 @@ constexpr double webKeywordScore = 4000;
 constexpr double clipboardScore = 3000;
 constexpr double snippetKeywordScore = 2500;
 constexpr double systemPenalty = 20;
+// A generic name or keyword that matches exactly ranks with a name's initials.
+constexpr double otherNamePenalty = 300;
 constexpr double usageBonusPerUse = 8;
 constexpr int usageBonusMaxUses = 20;
 constexpr double fileScore = -0.5;
 constexpr double fallbackScore = -1;
 constexpr int snippetPreviewLength = 60;
 
-const QString openHint = QStringLiteral("↩ Open");
-const QString revealHint = QStringLiteral("⌘↩ Reveal");
-const QString searchSymbol = QStringLiteral("magnifyingglass");
+// The key of the secondary action as the platform's users name it.
+QString secondaryKey()
+{
+#ifdef Q_OS_MACOS
+    return QStringLiteral("⌘↩ ");
+#else
+    return QStringLiteral("Ctrl+↩ ");
+#endif
+}
+QString openHint() { return QStringLiteral("↩ Open"); }
+QString revealHint() { return secondaryKey() + QStringLiteral("Reveal"); }
+QString searchSymbol() { return QStringLiteral("magnifyingglass"); }
 
 double scoreOrMinusOne(const QString &query, const QString &candidate)
 {
@@ -63,7 +74,7 @@ LauncherResult webRow(const QString &id, const WebSearch &search, const QString 
 {
     return LauncherResult{id, LauncherResult::Kind::web,
         QStringLiteral("Search ") + search.name + QStringLiteral(" for “") + terms + QStringLiteral("”"), url.host(),
-        std::nullopt, searchSymbol, score, QStringLiteral("↩ Search"), [open = actions.open, url] { open(url); }, {},
+        std::nullopt, searchSymbol(), score, QStringLiteral("↩ Search"), [open = actions.open, url] { open(url); }, {},
         std::nullopt};
 }
 
@@ -142,7 +153,7 @@ void LauncherEngine::addCalculation(QList<LauncherResult> &rows, const QString &
     rows.append(LauncherResult{QStringLiteral("calc"), LauncherResult::Kind::calc, Calculator::format(*value, true),
         trimmed + QStringLiteral(" ="), std::nullopt, QStringLiteral("equal.circle"), calculationScore,
         QStringLiteral("↩ Copy"), [copy = actions.copy, plain] { copy(plain); },
-        [paste = actions.paste, plain] { paste(plain); }, QStringLiteral("⌘↩ Paste")});
+        [paste = actions.paste, plain] { paste(plain); }, secondaryKey() + QStringLiteral("Paste")});
 }
 
 void LauncherEngine::addClipboard(QList<LauncherResult> &rows, const QString &trimmed, const QString &lower) const
@@ -191,7 +202,11 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
     std::vector<Match> matches;
     for (qsizetype i = 0; i < apps.size(); ++i) {
         const AppEntry &app = apps.at(i);
-        const double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
+        double best = std::max(scoreOrMinusOne(trimmed, app.name), scoreOrMinusOne(trimmed, app.fileName));
+        for (const QString &other : app.otherNames) {
+            if (const std::optional<double> score = Fuzzy::score(trimmed, other))
+                best = std::max(best, *score - otherNamePenalty);
+        }
         if (best >= 0)
             matches.push_back({best + usageBonus(ids.at(i)), i});
     }
@@ -212,6 +227,8 @@ void LauncherEngine::addApps(QList<LauncherResult> &rows, const QString &trimmed
 void LauncherEngine::addSystemCommands(QList<LauncherResult> &rows, const QString &trimmed)
 {
     for (const SystemCommand &command : m_sources.commands) {
+        if (command.offered && !command.offered())
+            continue;
         std::optional<double> best;
         for (const QString &candidate : QStringList{command.title} + command.keywords) {
             if (const std::optional<double> score = Fuzzy::score(trimmed, candidate))
@@ -299,8 +316,8 @@ LauncherResult LauncherEngine::appRow(const QString &id, const QString &name, co
         engine->m_sources.usage.record(id);
         engine->actions.open(url);
     };
-    return LauncherResult{id, LauncherResult::Kind::app, name, QString(), url.toLocalFile(), std::nullopt, 0, openHint,
-        std::move(open), [reveal = actions.reveal, url] { reveal(url); }, revealHint};
+    return LauncherResult{id, LauncherResult::Kind::app, name, QString(), url.toLocalFile(), std::nullopt, 0,
+        openHint(), std::move(open), [reveal = actions.reveal, url] { reveal(url); }, revealHint()};
 }
 
 void LauncherEngine::fileResults(
@@ -335,8 +352,8 @@ LauncherResult LauncherEngine::fileRow(const QUrl &url) const
     else if (folder.startsWith(home + QLatin1Char('/')))
         folder = QLatin1Char('~') + folder.mid(home.size());
     return LauncherResult{QStringLiteral("file-") + path, LauncherResult::Kind::file, info.fileName(), folder, path,
-        std::nullopt, fileScore, openHint, [open = actions.open, url] { open(url); },
-        [reveal = actions.reveal, url] { reveal(url); }, revealHint};
+        std::nullopt, fileScore, openHint(), [open = actions.open, url] { open(url); },
+        [reveal = actions.reveal, url] { reveal(url); }, revealHint()};
 }
 
 QList<LauncherResult> LauncherEngine::mergeFileRows(QList<LauncherResult> rows, const QList<LauncherResult> &fileRows)

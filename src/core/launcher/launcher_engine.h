@@ -3,6 +3,7 @@
 #include "core/launcher/app_entry.h"
 #include "core/launcher/launcher_actions.h"
 #include "core/launcher/launcher_result.h"
+#include "core/launcher/launcher_source.h"
 #include "core/launcher/system_command.h"
 
 #include <QList>
@@ -27,7 +28,7 @@ class UsageTracker;
 // fuzzy matches up to 1160 with the usage bonus, files -0.5 and the web
 // fallback -1. Everything a row does goes through `actions`. Main thread only;
 // the stores and services must outlive the engine.
-class LauncherEngine : public QObject {
+class LauncherEngine : public QObject, public LauncherSource {
     Q_OBJECT
 
 public:
@@ -43,7 +44,7 @@ public:
         // Read for the clipboard text of snippet placeholders.
         Pasteboard &pasteboard;
         // This platform's system commands, in tie-break order.
-        QList<SystemCommand> commands = SystemCommand::all();
+        QList<SystemCommand> commands = {};
     };
 
     static constexpr int maxRows = 8;
@@ -60,13 +61,13 @@ public:
 
     // At most 8 ranked rows plus, last, a web-search fallback; an empty or
     // blank query gives frequentApps().
-    QList<LauncherResult> quickResults(const QString &query);
+    QList<LauncherResult> quickResults(const QString &query) override;
     // Up to 6 most used applications that are still installed.
     QList<LauncherResult> frequentApps();
     // File rows for `query`, delivered once, later, on the main thread (at once
     // and empty when files are off, the query is under two characters or is a
     // calculation). A newer call cancels the previous one's delivery.
-    void fileResults(const QString &query, std::function<void(const QList<LauncherResult> &rows)> completion);
+    void fileResults(const QString &query, std::function<void(const QList<LauncherResult> &rows)> completion) override;
 
     // `rows` with its file rows replaced by the first five of `fileRows`, placed
     // just before the web fallback (or last); nothing is re-sorted.

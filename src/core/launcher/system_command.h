@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/platform/process_launcher.h"
+#include "core/platform/session_control.h"
 
 #include <QList>
 #include <QString>
@@ -13,7 +14,7 @@ namespace tessary {
 
 // One operating-system action the launcher offers (sleep, dark mode, restart…).
 // Ids, titles, keywords and symbols are the same on every platform, and so are
-// the questions but for the name of the machine; only the programs differ.
+// the questions but for the name of the machine; only what runs differs.
 struct SystemCommand {
     QString id;
     QString title;
@@ -23,17 +24,18 @@ struct SystemCommand {
     // Asked before running; absent runs at once. Asking is the caller's job.
     std::optional<QString> confirm;
 
-    // Starts the command's program(s); nothing is waited for or reported.
+    // Starts the command's program(s); nothing is waited for.
     std::function<void(ProcessLauncher &launcher)> run;
+    // Whether the launcher shows the command now; empty means always.
+    std::function<bool()> offered;
 
-    // This platform's table, built once on first use, in ranking tie-break
-    // order. On Linux a command is offered only when its program is installed.
-    static const QList<SystemCommand> &all();
-
-    // Absolute path of an installed program named `name`, or empty.
-    using ExecutableLookup = std::function<QString(const QString &name)>;
+    // macOS: programs started and forgotten, every command always offered.
     static QList<SystemCommand> macTable();
-    static QList<SystemCommand> linuxTable(const ExecutableLookup &findExecutable);
+    // Every command through `session`, offered while the session offers it; a
+    // failure reaches `report` with the command's fixed message. `session`
+    // must outlive the commands.
+    static QList<SystemCommand> sessionTable(
+        SessionControl &session, std::function<void(const QString &message)> report);
 };
 
 } // namespace tessary

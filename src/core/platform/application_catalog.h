@@ -25,6 +25,14 @@ public:
     // The localized name to list the entry under, or none when the entry is not
     // an application the user should see.
     virtual std::optional<QString> displayName(const QString &path) const = 0;
+    // Other texts the entry is found by, besides its name; none by default.
+    virtual QStringList otherNames(const QString &path) const
+    {
+        Q_UNUSED(path);
+        return {};
+    }
+    // How deep below a root (1 = directly inside) entries are looked for.
+    virtual int maxDepth() const { return 3; }
 };
 
 } // namespace tessary

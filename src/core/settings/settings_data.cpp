@@ -38,7 +38,8 @@ std::optional<QList<WebSearch>> webSearchesFrom(const QJsonValue &value)
     if (!value.isArray())
         return std::nullopt;
     QList<WebSearch> searches;
-    for (const QJsonValue &item : value.toArray()) {
+    const QJsonArray items = value.toArray();
+    for (const QJsonValue &item : items) {
         const auto search = WebSearch::fromJson(item);
         if (!search)
             return std::nullopt;

@@ -107,8 +107,8 @@ std::optional<WindowManager::Failure> WindowManager::restore()
     const std::optional<AX::FrontWindow> front = AX::frontWindow(m_workspace, m_accessibility);
     if (!front)
         return Failure::noWindow;
-    const auto entry = m_originals.find(AX::key(m_accessibility, front->window, front->app.pid));
-    if (entry == m_originals.end())
+    const auto entry = m_originals.constFind(AX::key(m_accessibility, front->window, front->app.pid));
+    if (entry == m_originals.constEnd())
         return std::nullopt;
     const Rect original = *entry;
     m_originals.erase(entry);

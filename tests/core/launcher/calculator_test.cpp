@@ -103,7 +103,8 @@ TEST(Calculator, formatUsesEnUsDecimalsOrExponentForm)
         {0, true, "0"}, {1.0 / 3.0, true, "0.3333333333"}, {2.0 / 3.0, false, "0.6666666667"},
         {999999999999999.0, true, "999,999,999,999,999"}, {1e15, true, "1e+15"}, {-2.5e-10, true, "-2.5e-10"},
         {1e-9, true, "0.000000001"}, {0.00000000049, true, "4.9e-10"}, {123456789012345.6, false, "123456789012345.6"},
-        {0.125, true, "0.125"}, {M_PI, true, "3.1415926536"}};
+        {0.125, true, "0.125"}, {M_PI, true, "3.1415926536"}, {std::pow(2.0, 64), true, "1.84467e+19"},
+        {-1.5e-12, false, "-1.5e-12"}};
     for (const FormatCase &c : cases)
         EXPECT_EQ(Calculator::format(c.value, c.grouping).toStdString(), c.expected) << c.value;
 }

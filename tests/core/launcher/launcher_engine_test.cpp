@@ -10,6 +10,7 @@
 #include "platform/fake/clipboard/fake_pasteboard.h"
 #include "platform/fake/launcher/fake_application_catalog.h"
 #include "platform/fake/launcher/fake_file_search_backend.h"
+#include "platform/fake/launcher/fake_session_control.h"
 #include "platform/fake/launcher/recording_process_launcher.h"
 #include "platform/fake/memory_key_value_store.h"
 
@@ -26,6 +27,7 @@ namespace tessary {
 namespace {
 
 using Kind = LauncherResult::Kind;
+using namespace Qt::StringLiterals;
 const QString home = QStringLiteral("/home/ada");
 
 QStringList ids(const QList<LauncherResult> &rows)
@@ -53,11 +55,13 @@ protected:
 
     std::unique_ptr<LauncherEngine> makeEngine()
     {
-        // Every Linux program "installed", so the table is the same on every machine.
+        // Every command offered, so the table is the same on every machine.
+        for (int action = 0; action <= static_cast<int>(SessionControl::Action::shutdown); ++action)
+            m_session.offered.insert(static_cast<SessionControl::Action>(action));
         auto engine = std::make_unique<LauncherEngine>(LauncherEngine::Sources{m_settings, m_clipboard, m_snippets,
             m_index, m_usage, m_files, m_processes, m_pasteboard,
-            SystemCommand::linuxTable(
-                [](const QString &name) -> QString { return QStringLiteral("/usr/bin/") + name; })});
+            SystemCommand::sessionTable(
+                m_session, [this](const QString &message) { m_log.append(QStringLiteral("failed ") + message); })});
         engine->actions = recordingActions(QString());
         return engine;
     }
@@ -123,6 +127,7 @@ protected:
     FakeFileSearchBackend m_backend;
     FileSearcher m_files{m_backend, home};
     RecordingProcessLauncher m_processes;
+    FakeSessionControl m_session;
     std::unique_ptr<LauncherEngine> m_engine;
     QStringList m_log;
     bool m_confirms = false;
@@ -148,7 +153,7 @@ TEST_F(LauncherEngineTest, calculationRowComesFirstAndCopiesOrPastesWithoutGroup
         EXPECT_EQ(calc.score, 5000);
         EXPECT_EQ(calc.symbol, QStringLiteral("equal.circle"));
         EXPECT_EQ(calc.hint, QStringLiteral("↩ Copy"));
-        EXPECT_EQ(calc.secondaryHint, QStringLiteral("⌘↩ Paste"));
+        EXPECT_EQ(calc.secondaryHint, QStringLiteral("Ctrl+↩ Paste"));
         calc.primary();
         calc.secondary();
         EXPECT_EQ(m_log,
@@ -273,13 +278,39 @@ TEST_F(LauncherEngineTest, applicationsRankByFuzzyTierAndOpenThroughTheActions)
     EXPECT_EQ(safari.iconPath, paths.at(0));
     EXPECT_EQ(safari.symbol, std::nullopt);
     EXPECT_EQ(safari.score, 1000);
-    EXPECT_EQ(safari.secondaryHint, QStringLiteral("⌘↩ Reveal"));
+    EXPECT_EQ(safari.secondaryHint, QStringLiteral("Ctrl+↩ Reveal"));
     safari.secondary();
     EXPECT_EQ(m_usage.count(safari.id), 0) << "revealing is not a use";
     safari.primary();
     EXPECT_EQ(m_usage.count(safari.id), 1);
     const QString url = QString::fromUtf8(QUrl::fromLocalFile(paths.at(0)).toEncoded());
     EXPECT_EQ(m_log, (QStringList{QStringLiteral("reveal ") + url, QStringLiteral("open ") + url}));
+}
+
+TEST_F(LauncherEngineTest, otherNamesFindApplicationsBelowNameMatches)
+{
+    FakeApplicationCatalog::addApp(m_apps.path(), u"firefox"_s, u"Firefox"_s, false,
+        {u"Mozilla Firefox"_s, u"Web Browser"_s, u"internet"_s, u"www"_s});
+    install({u"Browser Tool"_s, u"Webster"_s});
+    struct Case {
+        const char *query;
+        QStringList titles;
+    } const cases[] = {
+        {"browser", {u"Browser Tool"_s, u"Firefox"_s}},
+        {"internet", {u"Firefox"_s}},
+        {"web", {u"Webster"_s, u"Firefox"_s}},
+        {"fire", {u"Firefox"_s}},
+        // Scattered letters in an other name are too weak to show.
+        {"mzx", {}},
+    };
+    for (const Case &c : cases) {
+        QStringList titles;
+        for (const LauncherResult &row : m_engine->quickResults(QString::fromUtf8(c.query))) {
+            if (row.kind == Kind::app)
+                titles.append(row.title);
+        }
+        EXPECT_EQ(titles, c.titles) << c.query;
+    }
 }
 
 TEST_F(LauncherEngineTest, rowsFollowARescanThatReplacedEveryApplication)
@@ -363,21 +394,27 @@ TEST_F(LauncherEngineTest, systemCommandsAreGatedByTheSettingAndConfirmedBeforeR
         = *find(m_engine->quickResults(QStringLiteral("restart")), QStringLiteral("sys-restart"));
     restart.primary();
     EXPECT_EQ(m_log, QStringList{QStringLiteral("confirm Restart your computer?")});
-    EXPECT_TRUE(m_processes.calls().isEmpty()) << "declined: nothing runs";
+    EXPECT_TRUE(m_session.performed.isEmpty()) << "declined: nothing runs";
     EXPECT_EQ(m_usage.count(QStringLiteral("sys-restart")), 0) << "declined: nothing is recorded";
     EXPECT_FALSE(m_defaults.contains(QLatin1String(UsageTracker::storageKey)));
 
     m_confirms = true;
     restart.primary();
-    ASSERT_EQ(m_processes.calls().size(), 1);
-    EXPECT_EQ(m_processes.calls().first().program, QStringLiteral("/usr/bin/systemctl"));
-    EXPECT_EQ(m_processes.calls().first().arguments, QStringList{QStringLiteral("reboot")});
+    EXPECT_EQ(m_session.performed, QList{SessionControl::Action::restart});
     EXPECT_EQ(m_usage.count(QStringLiteral("sys-restart")), 1);
+    m_log.clear();
+    m_session.finish(false);
+    EXPECT_EQ(m_log, QStringList{QStringLiteral("failed The computer could not be restarted.")});
 
     m_log.clear();
     find(m_engine->quickResults(QStringLiteral("sleep")), QStringLiteral("sys-sleep"))->primary();
-    EXPECT_TRUE(m_log.isEmpty()) << "no question for commands without one";
-    EXPECT_EQ(m_processes.calls().size(), 2);
+    m_session.finish(true);
+    EXPECT_TRUE(m_log.isEmpty()) << "no question for commands without one, no notice when it worked";
+    EXPECT_EQ(m_session.performed.size(), 2);
+
+    m_session.offered.remove(SessionControl::Action::darkMode);
+    EXPECT_EQ(find(m_engine->quickResults(QStringLiteral("dark")), QStringLiteral("sys-darkmode")), nullptr)
+        << "what the session does not offer is not shown";
 
     setSettings([](SettingsData &data) { data.launcherSystem = false; });
     for (const Case &c : cases) {

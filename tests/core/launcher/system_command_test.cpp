@@ -1,5 +1,6 @@
 #include "core/launcher/system_command.h"
 
+#include "platform/fake/launcher/fake_session_control.h"
 #include "platform/fake/launcher/recording_process_launcher.h"
 
 #include <QSet>
@@ -44,8 +45,6 @@ const QList<Row> &expectedRows()
     return rows;
 }
 
-QString installedUnderUsrBin(const QString &name) { return u"/usr/bin/"_s + name; }
-
 void expectRows(const QList<SystemCommand> &commands, bool mac)
 {
     ASSERT_EQ(commands.size(), expectedRows().size());
@@ -64,7 +63,8 @@ void expectRows(const QList<SystemCommand> &commands, bool mac)
 TEST(SystemCommand, bothPlatformsOfferTheSameCommandsInTheSameOrder)
 {
     expectRows(SystemCommand::macTable(), true);
-    expectRows(SystemCommand::linuxTable(installedUnderUsrBin), false);
+    FakeSessionControl session;
+    expectRows(SystemCommand::sessionTable(session, {}), false);
 }
 
 struct RunCase {
@@ -110,69 +110,34 @@ TEST(SystemCommand, macCommandsStartTheirProgramsWithExactArguments)
         EXPECT_EQ(runOf(commands, c.id), c.calls) << c.id.toStdString();
 }
 
-TEST(SystemCommand, linuxCommandsStartStandardProgramsWithoutAShell)
+TEST(SystemCommand, sessionCommandsPerformTheirActionAndReportFailures)
 {
-    const RunCase cases[] = {
-        {u"sleep"_s, {started(u"/usr/bin/systemctl"_s, {u"suspend"_s})}},
-        {u"displaysleep"_s, {started(u"/usr/bin/loginctl"_s, {u"lock-session"_s})}},
-        {u"screensaver"_s, {started(u"/usr/bin/xdg-screensaver"_s, {u"activate"_s})}},
-        {u"emptytrash"_s, {started(u"/usr/bin/gio"_s, {u"trash"_s, u"--empty"_s})}},
-        {u"eject"_s, {started(u"/usr/bin/gio"_s, {u"mount"_s, u"--unmount-scheme"_s, u"file"_s})}},
-        {u"settings"_s, {started(u"/usr/bin/gnome-control-center"_s, {})}},
-        {u"logout"_s, {started(u"/usr/bin/loginctl"_s, {u"terminate-session"_s, QString()})}},
-        {u"restart"_s, {started(u"/usr/bin/systemctl"_s, {u"reboot"_s})}},
-        {u"shutdown"_s, {started(u"/usr/bin/systemctl"_s, {u"poweroff"_s})}},
-    };
-    const QList<SystemCommand> commands = SystemCommand::linuxTable(installedUnderUsrBin);
-    for (const RunCase &c : cases)
-        EXPECT_EQ(runOf(commands, c.id), c.calls) << c.id.toStdString();
-}
+    using Action = SessionControl::Action;
+    const QList<Action> actions{Action::sleep, Action::lock, Action::screenSaver, Action::darkMode, Action::emptyTrash,
+        Action::eject, Action::settings, Action::logout, Action::restart, Action::shutdown};
+    FakeSessionControl session;
+    QStringList reported;
+    const QList<SystemCommand> commands
+        = SystemCommand::sessionTable(session, [&reported](const QString &message) { reported.append(message); });
+    ASSERT_EQ(commands.size(), actions.size());
+    RecordingProcessLauncher launcher;
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        const SystemCommand &command = commands[i];
+        SCOPED_TRACE(command.id.toStdString());
+        EXPECT_FALSE(command.offered());
+        session.offered.insert(actions[i]);
+        EXPECT_TRUE(command.offered());
 
-TEST(SystemCommand, linuxOffersOnlyCommandsWhoseProgramIsInstalled)
-{
-    const QSet<QString> installed{u"systemctl"_s, u"xset"_s, u"mate-control-center"_s, u"lxqt-config"_s};
-    const auto lookup
-        = [&installed](const QString &name) { return installed.contains(name) ? u"/bin/"_s + name : QString(); };
-    const QList<SystemCommand> commands = SystemCommand::linuxTable(lookup);
-    QStringList ids;
-    for (const SystemCommand &command : commands)
-        ids.append(command.id);
-    EXPECT_EQ(ids, (QStringList{u"sleep"_s, u"screensaver"_s, u"settings"_s, u"restart"_s, u"shutdown"_s}));
-    // The first installed of several alternatives is used.
-    EXPECT_EQ(runOf(commands, u"screensaver"_s), (QList<Call>{started(u"/bin/xset"_s, {u"s"_s, u"activate"_s})}));
-    EXPECT_EQ(runOf(commands, u"settings"_s), (QList<Call>{started(u"/bin/mate-control-center"_s, {})}));
-}
-
-TEST(SystemCommand, linuxDarkModeSetsTheOppositeOfTheCurrentScheme)
-{
-    const QString gsettings = u"/usr/bin/gsettings"_s;
-    const QStringList key{u"org.gnome.desktop.interface"_s, u"color-scheme"_s};
-    const Call read{Call::Kind::output, gsettings, QStringList{u"get"_s} + key};
-    struct ToggleCase {
-        std::optional<QByteArray> current;
-        QList<Call> calls;
-    };
-    const ToggleCase cases[] = {
-        {QByteArray("'prefer-dark'\n"),
-            {read, started(gsettings, QStringList{u"set"_s} + key + QStringList{u"default"_s})}},
-        {QByteArray("'default'\n"),
-            {read, started(gsettings, QStringList{u"set"_s} + key + QStringList{u"prefer-dark"_s})}},
-        {QByteArray("'prefer-light'\n"),
-            {read, started(gsettings, QStringList{u"set"_s} + key + QStringList{u"prefer-dark"_s})}},
-        // The scheme cannot be read: nothing is changed.
-        {std::nullopt, {read}},
-    };
-    const QList<SystemCommand> commands = SystemCommand::linuxTable(installedUnderUsrBin);
-    const auto darkMode
-        = std::find_if(commands.begin(), commands.end(), [](const auto &c) { return c.id == u"darkmode"; });
-    ASSERT_NE(darkMode, commands.end());
-    for (const ToggleCase &c : cases) {
-        RecordingProcessLauncher launcher;
-        if (c.current)
-            launcher.setOutput(gsettings, *c.current);
-        darkMode->run(launcher);
-        EXPECT_EQ(launcher.calls(), c.calls) << c.current.value_or("(unreadable)").constData();
+        command.run(launcher);
+        EXPECT_EQ(session.performed.last(), actions[i]);
+        session.finish(true);
+        EXPECT_TRUE(reported.isEmpty());
+        command.run(launcher);
+        session.finish(false);
+        ASSERT_EQ(reported.size(), 1);
+        EXPECT_FALSE(reported.takeFirst().isEmpty()) << "every failure has its message";
     }
+    EXPECT_TRUE(launcher.calls().isEmpty());
 }
 
 } // namespace

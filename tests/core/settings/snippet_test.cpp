@@ -1,5 +1,6 @@
 #include "core/settings/snippet.h"
 
+#include <QMap>
 #include <QRegularExpression>
 #include <QTimeZone>
 
@@ -38,6 +39,20 @@ TEST(Snippet, dateAndTimeUseTheLocalesMediumDateAndShortTime)
     EXPECT_TRUE(both.match(expand(u"{datetime}"_s)).hasMatch()) << expand(u"{datetime}"_s).toStdString();
     const QString german = expand(u"{date}"_s, {}, QLocale(QLocale::German, QLocale::Germany));
     EXPECT_TRUE(QRegularExpression(u"^1[456]\\.01\\.2027$"_s).match(german).hasMatch()) << german.toStdString();
+}
+
+TEST(Snippet, theUsersLocaleReachesTheDateStyles)
+{
+    // The launcher passes the user's locale; under "C" ICU falls back to its root patterns.
+    const QMap<QString, QString> mediumDate{{u"de"_s, u"^1[456]\\.01\\.2027$"_s},
+        {u"fr"_s, u"^1[456]\\hjanv\\.\\h2027$"_s}, {u"ru"_s, u"^1[456]\\hянв\\.\\h2027\\hг\\.$"_s},
+        {u"ja"_s, u"^2027/01/1[456]$"_s}, {u"en"_s, u"^Jan\\h1[456],\\h2027$"_s}};
+    const QLocale user;
+    const QString language = user.name().section(u'_', 0, 0);
+    if (!mediumDate.contains(language))
+        GTEST_SKIP() << "no expectation for " << user.name().toStdString();
+    const QString date = expand(u"{date}"_s, {}, user);
+    EXPECT_TRUE(QRegularExpression(mediumDate.value(language)).match(date).hasMatch()) << date.toStdString();
 }
 
 TEST(Snippet, onlyExactPlaceholdersAreReplaced)

@@ -92,5 +92,56 @@ TEST_F(DesktopEntryCatalogTest, defaultRootsFindTheInstalledTerminal)
     EXPECT_EQ(xterm->fileName, QStringLiteral("debian-xterm"));
 }
 
+TEST_F(DesktopEntryCatalogTest, otherNamesAreTheUntranslatedNameGenericNameAndKeywords)
+{
+    const QString path = entry(QStringLiteral("apps"), QStringLiteral("viewer.desktop"),
+        "Type=Application\nExec=true\nName=Viewer\nName[de]=Betrachter\nGenericName=Image Viewer\n"
+        "GenericName[de]=Bildbetrachter\nKeywords=photo;picture;\nKeywords[de]=Foto;Bild;\n");
+    struct Case {
+        const char *language;
+        QStringList names;
+    } const cases[] = {
+        {"de",
+            {QStringLiteral("Viewer"), QStringLiteral("Bildbetrachter"), QStringLiteral("Foto"),
+                QStringLiteral("Bild")}},
+        {"it", {QStringLiteral("Image Viewer"), QStringLiteral("photo"), QStringLiteral("picture")}},
+    };
+    const QByteArray previous = qgetenv("LANGUAGE");
+    for (const Case &c : cases) {
+        qputenv("LANGUAGE", c.language);
+        EXPECT_EQ(m_catalog.otherNames(path), c.names) << c.language;
+    }
+    qputenv("LANGUAGE", previous);
+}
+
+TEST_F(DesktopEntryCatalogTest, wineProgramsInNestedFoldersAreListed)
+{
+    const QByteArray app = "Type=Application\nExec=true\n";
+    entry(
+        QStringLiteral("user"), QStringLiteral("wine/Programs/Vendor/Product/Product.desktop"), app + "Name=Product\n");
+    entry(QStringLiteral("user"), QStringLiteral("wine/Programs/Vendor/Product/Tools/Uninstall.desktop"),
+        app + "Name=Uninstall Product\n");
+    EXPECT_EQ(names(AppIndex::scan({root(QStringLiteral("user"))}, m_catalog)),
+        (QStringList{QStringLiteral("Product"), QStringLiteral("Uninstall Product")}));
+}
+
+TEST_F(DesktopEntryCatalogTest, flatpakAndSnapExportsAreRootsEvenOutsideTheDataDirs)
+{
+    const QString exports
+        = GioTestEnvironment::instance().dataHome() + QStringLiteral("/flatpak/exports/share/applications");
+    ASSERT_FALSE(qEnvironmentVariable("XDG_DATA_DIRS").contains(QStringLiteral("flatpak")));
+    QDir().mkpath(exports);
+    QFile file(exports + QStringLiteral("/org.example.Paint.desktop"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Desktop Entry]\nType=Application\nExec=true\nName=Paint (Flatpak)\n");
+    file.close();
+
+    const QStringList roots = m_catalog.defaultRoots();
+    EXPECT_TRUE(roots.contains(QStringLiteral("/var/lib/flatpak/exports/share/applications")));
+    EXPECT_TRUE(roots.contains(QStringLiteral("/var/lib/snapd/desktop/applications")));
+    EXPECT_TRUE(names(AppIndex::scan(roots, m_catalog)).contains(QStringLiteral("Paint (Flatpak)")));
+    QFile::remove(file.fileName());
+}
+
 } // namespace
 } // namespace tessary

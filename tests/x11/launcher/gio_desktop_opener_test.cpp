@@ -1,6 +1,8 @@
 #include "platform/x11/launcher/gio_desktop_opener.h"
 
 #include "gio_test_environment.h"
+#include "platform/x11/launcher/startup_notifier.h"
+#include "platform/x11/x11_connection.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,7 +10,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdlib>
+#include <cstring>
+
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 namespace tessary {
 namespace {
@@ -81,6 +87,96 @@ TEST(GioDesktopOpener, launchesTheSystemsTerminalOnTheDisplay)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !(windows = run(QStringLiteral("xdotool"), search)).isEmpty(); }, 10000));
     for (const QString &window : windows.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         run(QStringLiteral("xdotool"), {QStringLiteral("windowkill"), window});
+}
+
+// The startup-notification messages other clients see on the root window.
+class StartupMessages {
+public:
+    StartupMessages()
+        : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(m_connection, root, XCB_CW_EVENT_MASK, &mask);
+        for (const char *name : {"_NET_STARTUP_INFO_BEGIN", "_NET_STARTUP_INFO"}) {
+            xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(
+                m_connection, xcb_intern_atom(m_connection, false, std::strlen(name), name), nullptr);
+            m_atoms.append(reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE));
+            std::free(reply);
+        }
+        roundTrip();
+    }
+    ~StartupMessages() { xcb_disconnect(m_connection); }
+
+    // The next complete message, waiting up to five seconds.
+    QByteArray next()
+    {
+        QByteArray text;
+        static_cast<void>(QTest::qWaitFor(
+            [&] {
+                while (xcb_generic_event_t *event = xcb_poll_for_event(m_connection)) {
+                    const auto *message = reinterpret_cast<const xcb_client_message_event_t *>(event);
+                    if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && m_atoms.contains(message->type))
+                        text.append(reinterpret_cast<const char *>(message->data.data8), 20);
+                    std::free(event);
+                    if (text.contains('\0'))
+                        return true;
+                }
+                return false;
+            },
+            5000));
+        return text.left(text.indexOf('\0'));
+    }
+
+private:
+    void roundTrip() { std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr)); }
+
+    xcb_connection_t *m_connection;
+    QList<xcb_atom_t> m_atoms;
+};
+
+TEST(GioDesktopOpener, announcesApplicationsThatAskForStartupNotification)
+{
+    X11Connection *x11 = X11Connection::instance();
+    ASSERT_NE(x11, nullptr);
+    StartupNotifier notifier(*x11);
+    GioDesktopOpener opener(&notifier);
+    StartupMessages messages;
+    QTemporaryDir dir;
+    const QString log = dir.filePath(QStringLiteral("ids.log"));
+    const QString script = dir.filePath(QStringLiteral("app.sh"));
+    QFile scriptFile(script);
+    ASSERT_TRUE(scriptFile.open(QIODevice::WriteOnly));
+    scriptFile.write("#!/bin/sh\necho \"$1 [$DESKTOP_STARTUP_ID]\" >> '" + log.toUtf8() + "'\n");
+    scriptFile.close();
+    scriptFile.setPermissions(scriptFile.permissions() | QFileDevice::ExeOwner);
+    const auto entry = [&dir, &script](const char *name, const char *notify) {
+        const QString path = dir.filePath(QString::fromLatin1(name) + QStringLiteral(".desktop"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\nType=Application\nName=Launched\nExec=" + script.toUtf8() + " " + name
+            + "\nStartupNotify=" + notify + "\n");
+        return path;
+    };
+    const auto logged = [&log] {
+        QFile file(log);
+        static_cast<void>(QTest::qWaitFor([&file] { return file.exists() && file.size() > 0; }, 5000));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+
+    ASSERT_TRUE(opener.openApplication(entry("quiet", "false")));
+    EXPECT_EQ(logged(), "quiet []\n") << "no announcement unless the entry asks for one";
+    QFile::remove(log);
+
+    ASSERT_TRUE(opener.openApplication(entry("announced", "true")));
+    const QByteArray line = logged();
+    ASSERT_TRUE(line.startsWith("announced [") && line.endsWith("]\n")) << line.constData();
+    const QByteArray id = line.mid(11, line.size() - 13);
+    EXPECT_TRUE(id.startsWith("tessary") && id.contains("_TIME")) << id.constData();
+    const QByteArray message = messages.next();
+    EXPECT_TRUE(message.startsWith("new: ")) << message.constData();
+    EXPECT_TRUE(message.contains(QByteArray("ID=" + id))) << message.constData();
+    EXPECT_TRUE(message.contains("NAME=Launched")) << message.constData();
 }
 
 } // namespace

@@ -100,5 +100,16 @@ TEST_F(HomeWalkFileSearchTest, aStoppedOrReplacedSearchNeverAnswers)
     EXPECT_EQ(stale, 0);
 }
 
+TEST(HomeWalkFileSearch, otherFileSystemsBelowHomeAreKnownFromTheMountTable)
+{
+    const QByteArray mountInfo = "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
+                                 "40 22 0:35 / /home/ann/nfs rw - nfs4 server:/export rw\n"
+                                 "41 22 0:36 / /home/ann/My\\040Share rw - cifs //nas/share rw\n"
+                                 "42 22 0:37 / /home/annex rw - tmpfs tmpfs rw\n"
+                                 "43 22 0:38 / /home/ann rw - ext4 /dev/sdb1 rw\n";
+    EXPECT_EQ(HomeWalkFileSearch::mountPointsBelow(mountInfo, QStringLiteral("/home/ann/")),
+        (QSet<QString>{QStringLiteral("/home/ann/nfs"), QStringLiteral("/home/ann/My Share")}));
+}
+
 } // namespace
 } // namespace tessary

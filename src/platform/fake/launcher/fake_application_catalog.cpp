@@ -30,7 +30,16 @@ std::optional<QString> FakeApplicationCatalog::displayName(const QString &path) 
     return QFileInfo(path).completeBaseName();
 }
 
-QString FakeApplicationCatalog::addApp(const QString &folder, const QString &fileName, const QString &name, bool hidden)
+QStringList FakeApplicationCatalog::otherNames(const QString &path) const
+{
+    QFile other(QDir(path).filePath(QStringLiteral("other")));
+    if (!other.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(other.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+QString FakeApplicationCatalog::addApp(
+    const QString &folder, const QString &fileName, const QString &name, bool hidden, const QStringList &otherNames)
 {
     const QString path = folder + QLatin1Char('/') + fileName + QStringLiteral(".app");
     QDir().mkpath(path);
@@ -38,6 +47,11 @@ QString FakeApplicationCatalog::addApp(const QString &folder, const QString &fil
         QFile file(path + QStringLiteral("/name"));
         if (file.open(QIODevice::WriteOnly))
             file.write(name.toUtf8());
+    }
+    if (!otherNames.isEmpty()) {
+        QFile file(path + QStringLiteral("/other"));
+        if (file.open(QIODevice::WriteOnly))
+            file.write(otherNames.join(QLatin1Char('\n')).toUtf8());
     }
     if (hidden) {
         QFile file(path + QStringLiteral("/hidden"));

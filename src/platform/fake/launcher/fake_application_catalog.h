@@ -5,7 +5,8 @@
 namespace tessary {
 
 // Applications as fixture folders: "<Name>.app" folders whose optional file
-// "name" holds the display name; a file "hidden" inside hides the entry.
+// "name" holds the display name and "other" its other names, one per line; a
+// file "hidden" inside hides the entry.
 // Entries shadow one another by full path, or by file name when asked to.
 class FakeApplicationCatalog final : public ApplicationCatalog {
 public:
@@ -17,10 +18,11 @@ public:
     QString entrySuffix() const override;
     QString entryKey(const QString &root, const QString &path) const override;
     std::optional<QString> displayName(const QString &path) const override;
+    QStringList otherNames(const QString &path) const override;
 
     // Writes a fixture entry below `folder`; an empty name leaves the name file out.
-    static QString addApp(
-        const QString &folder, const QString &fileName, const QString &name = {}, bool hidden = false);
+    static QString addApp(const QString &folder, const QString &fileName, const QString &name = {}, bool hidden = false,
+        const QStringList &otherNames = {});
 
 private:
     QStringList m_roots;

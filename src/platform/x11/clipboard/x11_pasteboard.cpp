@@ -13,10 +13,10 @@ namespace tessary {
 
 namespace {
 
-const QString uriListType = QStringLiteral("text/uri-list");
+constexpr QLatin1String uriListType("text/uri-list");
 // Qt lists every text target the owner offers (UTF8_STRING, STRING, …) under this name.
-const QString textType = QStringLiteral("text/plain");
-const QString pngType = QStringLiteral("image/png");
+constexpr QLatin1String textType("text/plain");
+constexpr QLatin1String pngType("image/png");
 // Beyond this, decoding and re-encoding would hold gigabytes; such a picture is not recorded.
 constexpr qint64 maxPixels = 64LL * 1024 * 1024;
 
@@ -24,7 +24,7 @@ constexpr qint64 maxPixels = 64LL * 1024 * 1024;
 std::optional<QString> readableImageType(const QStringList &types)
 {
     if (types.contains(pngType))
-        return pngType;
+        return QString(pngType);
     static const QList<QByteArray> decodable = QImageReader::supportedMimeTypes();
     for (const QString &type : types) {
         if (type.startsWith(QStringLiteral("image/")) && decodable.contains(type.toLatin1()))
@@ -145,7 +145,7 @@ void X11Pasteboard::writeImage(const QByteArray &png)
     if (!reader.canRead() || !reader.size().isValid())
         return;
     auto *data = new QMimeData;
-    data->setData(pngType, png);
+    data->setData(QString(pngType), png);
     m_clipboard->setMimeData(data, QClipboard::Clipboard);
 }
 

@@ -13,6 +13,14 @@ QStringList DesktopEntryCatalog::defaultRoots() const
     QStringList roots{QDir::cleanPath(QString::fromUtf8(g_get_user_data_dir()) + applications)};
     for (const gchar *const *dir = g_get_system_data_dirs(); *dir; ++dir)
         roots.append(QDir::cleanPath(QString::fromUtf8(*dir) + applications));
+    // Sessions not started through Flatpak's or snapd's profile scripts lack these.
+    const QStringList exports{QString::fromUtf8(g_get_user_data_dir()) + QStringLiteral("/flatpak/exports/share"),
+        QStringLiteral("/var/lib/flatpak/exports/share"), QStringLiteral("/var/lib/snapd/desktop")};
+    for (const QString &data : exports) {
+        const QString root = QDir::cleanPath(data + applications);
+        if (!roots.contains(root))
+            roots.append(root);
+    }
     return roots;
 }
 
@@ -37,6 +45,26 @@ std::optional<QString> DesktopEntryCatalog::displayName(const QString &path) con
         name = QString::fromUtf8(g_app_info_get_name(G_APP_INFO(info)));
     g_object_unref(info);
     return name;
+}
+
+QStringList DesktopEntryCatalog::otherNames(const QString &path) const
+{
+    GDesktopAppInfo *info = g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData());
+    if (!info)
+        return {};
+    QStringList names;
+    gchar *untranslated = g_desktop_app_info_get_string(info, "Name");
+    if (untranslated && g_strcmp0(untranslated, g_app_info_get_name(G_APP_INFO(info))) != 0)
+        names.append(QString::fromUtf8(untranslated));
+    g_free(untranslated);
+    if (const char *generic = g_desktop_app_info_get_generic_name(info))
+        names.append(QString::fromUtf8(generic));
+    if (const char *const *keywords = g_desktop_app_info_get_keywords(info)) {
+        for (; *keywords; ++keywords)
+            names.append(QString::fromUtf8(*keywords));
+    }
+    g_object_unref(info);
+    return names;
 }
 
 } // namespace tessary

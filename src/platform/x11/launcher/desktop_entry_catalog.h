@@ -10,12 +10,17 @@ namespace tessary {
 // menu rules say, so a user's copy overrides (or hides) the system's.
 class DesktopEntryCatalog final : public ApplicationCatalog {
 public:
-    // $XDG_DATA_HOME/applications, then each of $XDG_DATA_DIRS/applications.
+    // $XDG_DATA_HOME/applications, then each of $XDG_DATA_DIRS/applications,
+    // then the Flatpak and Snap export folders missing from those.
     QStringList defaultRoots() const override;
     QString entrySuffix() const override;
     // "kde4/foo.desktop" below a root has the id "kde4-foo.desktop".
     QString entryKey(const QString &root, const QString &path) const override;
     std::optional<QString> displayName(const QString &path) const override;
+    // The untranslated Name when it differs, the localized GenericName and Keywords.
+    QStringList otherNames(const QString &path) const override;
+    // Wine files its programs in folders per vendor and product.
+    int maxDepth() const override { return 6; }
 };
 
 } // namespace tessary

@@ -1,5 +1,7 @@
 #include "platform/x11/launcher/gio_desktop_opener.h"
 
+#include "platform/x11/launcher/startup_notifier.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -8,6 +10,8 @@
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
+
+#include <optional>
 
 namespace tessary {
 
@@ -30,8 +34,9 @@ bool launchDefault(const QByteArray &uri)
 
 } // namespace
 
-GioDesktopOpener::GioDesktopOpener(QObject *parent)
+GioDesktopOpener::GioDesktopOpener(StartupNotifier *notifier, QObject *parent)
     : QObject(parent)
+    , m_notifier(notifier)
 {
 }
 
@@ -54,12 +59,28 @@ bool GioDesktopOpener::openApplication(const QString &path)
     GDesktopAppInfo *info = g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData());
     if (!info)
         return false;
+    GAppLaunchContext *context = g_app_launch_context_new();
+    std::optional<StartupNotifier::Sequence> sequence;
+    if (m_notifier && g_desktop_app_info_get_boolean(info, "StartupNotify")) {
+        const auto text = [info](const char *key) {
+            gchar *value = g_desktop_app_info_get_string(info, key);
+            const QByteArray bytes(value);
+            g_free(value);
+            return bytes;
+        };
+        sequence.emplace(m_notifier->begin({g_app_info_get_name(G_APP_INFO(info)),
+            g_app_info_get_executable(G_APP_INFO(info)), text("Icon"), text("StartupWMClass")}));
+        g_app_launch_context_setenv(context, "DESKTOP_STARTUP_ID", sequence->startupId().constData());
+    }
     GError *error = nullptr;
-    const bool launched = g_app_info_launch(G_APP_INFO(info), nullptr, nullptr, &error);
+    const bool launched = g_app_info_launch(G_APP_INFO(info), nullptr, context, &error);
     if (!launched) {
         qCDebug(lcOpener) << "cannot launch" << path << (error ? error->message : "");
         g_clear_error(&error);
+        if (sequence)
+            sequence->cancel();
     }
+    g_object_unref(context);
     g_object_unref(info);
     return launched;
 }

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -59,6 +60,26 @@ void HomeWalkFileSearch::stop()
     m_cancelled.reset();
 }
 
+QSet<QString> HomeWalkFileSearch::mountPointsBelow(const QByteArray &mountInfo, const QString &home)
+{
+    QSet<QString> points;
+    const QString prefix = QDir::cleanPath(home) + QLatin1Char('/');
+    for (const QByteArray &line : mountInfo.split('\n')) {
+        // "36 35 98:0 /mnt1 /home/ann/share rw,noatime master:1 - ext3 /dev/root rw": the fifth field.
+        const QList<QByteArray> fields = line.split(' ');
+        if (fields.size() < 5)
+            continue;
+        QByteArray point = fields.at(4);
+        // Spaces, tabs, newlines and backslashes come as three octal digits.
+        for (qsizetype at = point.indexOf('\\'); at >= 0 && at + 3 < point.size(); at = point.indexOf('\\', at + 1))
+            point.replace(at, 4, QByteArray(1, static_cast<char>(point.mid(at + 1, 3).toInt(nullptr, 8))));
+        const QString path = QString::fromUtf8(point);
+        if (path.startsWith(prefix))
+            points.insert(path);
+    }
+    return points;
+}
+
 QString HomeWalkFileSearch::folded(const QString &text)
 {
     const QString decomposed = text.normalized(QString::NormalizationForm_KD);
@@ -75,6 +96,12 @@ std::shared_ptr<const HomeWalkFileSearch::Snapshot> HomeWalkFileSearch::walk(
     const QString &home, const Bounds &bounds, const std::atomic_bool &cancelled)
 {
     auto snapshot = std::make_shared<Snapshot>();
+    // Other file systems are left alone: looking at the mount point of an
+    // unreachable network share alone can block for minutes.
+    QSet<QString> otherFileSystems;
+    QFile mountInfo(QStringLiteral("/proc/self/mountinfo"));
+    if (mountInfo.open(QIODevice::ReadOnly))
+        otherFileSystems = mountPointsBelow(mountInfo.readAll(), home);
     // Breadth first, so that the bound cuts the deepest folders, not whole top-level ones.
     std::vector<std::pair<QString, int>> folders{{home, 0}};
     int looked = 0;
@@ -82,7 +109,8 @@ std::shared_ptr<const HomeWalkFileSearch::Snapshot> HomeWalkFileSearch::walk(
         const auto [folder, depth] = folders[next];
         QDirIterator items(folder, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System);
         while (items.hasNext() && looked < bounds.maxEntries) {
-            items.next();
+            if (otherFileSystems.contains(items.next()))
+                continue;
             ++looked;
             const QFileInfo info = items.fileInfo();
             if (info.isDir() && !info.isSymLink() && depth + 1 < bounds.maxDepth

@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QSet>
 
 #include <atomic>
 #include <memory>
@@ -12,8 +13,8 @@
 namespace tessary {
 
 // File search for desktops without a file index: a bounded walk of the home
-// folder on the global thread pool, names matched ignoring case and accents,
-// most recently used (read or written) first. One walk serves the searches of
+// folder on the global thread pool (its own file system only), names matched
+// ignoring case and accents, most recently used (read or written) first. One walk serves the searches of
 // the next half minute, so typing does not walk the disk per keystroke.
 class HomeWalkFileSearch final : public QObject, public FileSearchBackend {
     Q_OBJECT
@@ -35,6 +36,8 @@ public:
 
     // Case-folded, with combining marks dropped ("Résumé" → "resume").
     static QString folded(const QString &text);
+    // The mount points strictly below `home` in a /proc/self/mountinfo text.
+    static QSet<QString> mountPointsBelow(const QByteArray &mountInfo, const QString &home);
 
     struct Item {
         QString path;

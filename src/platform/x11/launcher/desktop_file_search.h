@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/platform/file_search_backend.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+namespace tessary {
+
+// The desktop's own file index while one runs on the session bus, else the
+// given fallback (the home walk). Whether an index runs is asked at
+// construction and then followed as it starts and stops, never waited for.
+class DesktopFileSearch final : public QObject, public FileSearchBackend {
+    Q_OBJECT
+
+public:
+    DesktopFileSearch(FileSearchBackend &index, const QString &indexService, FileSearchBackend &fallback,
+        const QDBusConnection &bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
+
+    void start(const QString &text, std::function<void(QStringList paths)> finished) override;
+    void stop() override;
+
+    bool usesIndex() const { return m_indexRunning; }
+
+Q_SIGNALS:
+    void indexRunningChanged(bool running);
+
+private:
+    void setIndexRunning(bool running);
+
+    FileSearchBackend &m_index;
+    FileSearchBackend &m_fallback;
+    bool m_indexRunning = false;
+};
+
+} // namespace tessary
