@@ -26,6 +26,7 @@
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 #include "platform/x11/x11_connection.h"
+#include "ui/app_icons.h"
 
 #include <QApplication>
 #include <QDir>
@@ -75,6 +76,9 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
+    // Lets the desktop match our windows to the installed desktop entry.
+    QApplication::setDesktopFileName(QStringLiteral("org.tessary.Tessary"));
+    QApplication::setWindowIcon(AppIcons::application());
     chooseIconTheme();
     // A tray utility: closing a panel or the settings window never ends it.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,6 +1,6 @@
 #include "ui/status_item.h"
 
-#include "ui/symbol_icons.h"
+#include "ui/app_icons.h"
 
 #include <QCursor>
 #include <QMenu>
@@ -21,7 +21,7 @@ void StatusItem::show()
 {
     QTimer::singleShot(0, this, [this] {
         if (!m_icon) {
-            m_icon = new QSystemTrayIcon(SymbolIcons::icon(QStringLiteral("rectangle.split.2x2")), this);
+            m_icon = new QSystemTrayIcon(AppIcons::tray(), this);
             m_icon->setToolTip(QStringLiteral("Tessary"));
             m_icon->setContextMenu(m_menu);
             connect(m_icon, &QSystemTrayIcon::activated, this,

@@ -7,7 +7,7 @@ class QSystemTrayIcon;
 
 namespace tessary {
 
-// The tray presence: the "rectangle.split.2x2" symbol, described as "Tessary",
+// The tray presence: the Tessary tray symbol, described as "Tessary",
 // opening `menu` on a click. Main thread only.
 class StatusItem : public QObject {
     Q_OBJECT
