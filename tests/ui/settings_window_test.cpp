@@ -23,6 +23,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
@@ -200,7 +201,8 @@ TEST_F(SettingsWindowTest, webSearchesAreEditedInPlaceAndResetToTheSevenDefaults
 
     withText<QPushButton>(tab, QStringLiteral("Reset to defaults"))->click();
     EXPECT_EQ(settings.data().webSearches, WebSearch::defaults());
-    EXPECT_EQ(name->text(), QStringLiteral("Google"));
+    EXPECT_EQ(withText<QLineEdit>(tab, QStringLiteral("Google!")), nullptr);
+    EXPECT_NE(withText<QLineEdit>(tab, QStringLiteral("Google")), nullptr);
 }
 
 TEST_F(SettingsWindowTest, theFailedSectionListsTakenShortcutsSortedByAction)

@@ -4,7 +4,6 @@
 #include "ui/settings/action_recorder.h"
 #include "ui/settings/settings_form.h"
 #include "ui/settings/settings_services.h"
-#include "ui/symbol_icons.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -143,10 +142,7 @@ void LauncherTab::showSearches()
         field(nameField, search.name, QStringLiteral("Name"), 120);
         field(urlField, search.url, QStringLiteral("URL with {query}"), 0);
         m_fields.append(fields);
-        auto *remove = new QToolButton(row);
-        remove->setIcon(SymbolIcons::icon(QStringLiteral("minus.circle")));
-        remove->setAutoRaise(true);
-        remove->setToolTip(QStringLiteral("Remove"));
+        QToolButton *remove = SettingsForm::removeButton(row);
         connect(remove, &QToolButton::clicked, this, [this, id = search.id] {
             SettingsData record = m_services.settings.data();
             record.webSearches.removeIf([&id](const WebSearch &entry) { return entry.id == id; });
