@@ -111,8 +111,8 @@ ClipboardTab::ClipboardTab(const SettingsServices &services, QWidget *parent)
     addRow->addWidget(add);
     addRow->addStretch(1);
     SettingsForm::sectionLayout(excluded)->addLayout(addRow);
-    SettingsForm::sectionLayout(excluded)->addWidget(
-        SettingsForm::note(QStringLiteral("Items marked as concealed by password managers are always skipped."), excluded));
+    SettingsForm::sectionLayout(excluded)->addWidget(SettingsForm::note(
+        QStringLiteral("Items marked as concealed by password managers are always skipped."), excluded));
     SettingsForm::sectionLayout(excluded)->addWidget(SettingsForm::note(
         QString::fromUtf16(u"Formatting isn\u2019t kept: text is stored and pasted as plain text."), excluded));
     page->addWidget(excluded);

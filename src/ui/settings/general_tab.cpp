@@ -168,7 +168,8 @@ void GeneralTab::setFailed(const QSet<HotAction> &failed)
         layout->addWidget(iconLabel(QStringLiteral("exclamationmark.triangle"), row));
         const std::optional<KeyCombo> combo = m_services.settings.combo(action);
         auto *text = new QLabel(
-            title(action) + QStringLiteral(" (") + (combo ? combo->display() : QString()) + QLatin1String(takenBy), row);
+            title(action) + QStringLiteral(" (") + (combo ? combo->display() : QString()) + QLatin1String(takenBy),
+            row);
         text->setWordWrap(true);
         text->setStyleSheet(SettingsForm::warningStyle());
         layout->addWidget(text, 1);

@@ -66,8 +66,8 @@ LauncherTab::LauncherTab(const SettingsServices &services, QWidget *parent)
     m_searchRows = new QVBoxLayout;
     m_searchRows->setSpacing(4);
     SettingsForm::sectionLayout(searches)->addLayout(m_searchRows);
-    SettingsForm::sectionLayout(searches)->addWidget(
-        SettingsForm::note(QStringLiteral("The first one is also offered at the bottom for anything you type."), searches));
+    SettingsForm::sectionLayout(searches)->addWidget(SettingsForm::note(
+        QStringLiteral("The first one is also offered at the bottom for anything you type."), searches));
     auto *buttons = new QHBoxLayout;
     auto *add = new QPushButton(QStringLiteral("Add search"), searches);
     connect(add, &QPushButton::clicked, this, [this] {

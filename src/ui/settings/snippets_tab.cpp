@@ -92,7 +92,8 @@ SnippetsTab::SnippetsTab(const SettingsServices &services, QWidget *parent)
     formLayout->addRow(QStringLiteral("Name"), m_name);
     formLayout->addRow(QStringLiteral("Keyword (type it in the launcher)"), m_keyword);
     formLayout->addRow(m_text);
-    formLayout->addRow(SettingsForm::note(QStringLiteral("Placeholders: {date}  {time}  {datetime}  {clipboard}"), form));
+    formLayout->addRow(
+        SettingsForm::note(QStringLiteral("Placeholders: {date}  {time}  {datetime}  {clipboard}"), form));
     m_editor->addWidget(form);
     page->addWidget(m_editor, 1);
 
