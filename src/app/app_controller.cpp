@@ -91,9 +91,8 @@ QString AppController::startupMessage(const AppSettings &settings)
 #else
     const QString running = QStringLiteral("Tessary is running in the system tray");
 #endif
-    return running + separator + QStringLiteral("Launcher ")
-        + comboText(settings, HotAction::launcher) + separator + QStringLiteral("Clipboard ")
-        + comboText(settings, HotAction::clipboard);
+    return running + separator + QStringLiteral("Launcher ") + comboText(settings, HotAction::launcher) + separator
+        + QStringLiteral("Clipboard ") + comboText(settings, HotAction::clipboard);
 }
 
 void AppController::launchApp(const QStringList &arguments)

@@ -143,8 +143,9 @@ TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOne
         MemoryKeyValueStore store;
         AppSettings settings(store);
         c.arrange(settings, service);
-        AppController subject(AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store,
-                                  opener, fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
+        AppController subject(
+            AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store, opener, fileSearch,
+                processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
             data.path());
         subject.registerHotkeys();
         EXPECT_EQ(subject.failed(), c.failed) << c.name;
@@ -194,8 +195,9 @@ TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
         fresh.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
         const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
         c.arrange(fresh, w);
-        AppController subject(AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener,
-                                  fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
+        AppController subject(
+            AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener, fileSearch,
+                processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
             data.path());
         subject.perform(c.action);
         EXPECT_EQ(toastText(), c.message) << c.name;
@@ -206,13 +208,15 @@ TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
 {
     controller().launchApp({});
     EXPECT_EQ(toastText(),
-        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher Ctrl+Alt+Space  \u00B7  Clipboard Ctrl+Alt+V"));
+        QString::fromUtf16(
+            u"Tessary is running in the system tray  \u00B7  Launcher Ctrl+Alt+Space  \u00B7  Clipboard Ctrl+Alt+V"));
     destroyController();
 
     AppSettings(defaults).set(std::nullopt, HotAction::launcher);
     hotKeys.holdByOtherApp(defaultCombo(HotAction::maximize));
     EXPECT_EQ(AppController::startupMessage(AppSettings(defaults)),
-        QString::fromUtf16(u"Tessary is running in the system tray  \u00B7  Launcher not set  \u00B7  Clipboard Ctrl+Alt+V"));
+        QString::fromUtf16(
+            u"Tessary is running in the system tray  \u00B7  Launcher not set  \u00B7  Clipboard Ctrl+Alt+V"));
     controller().launchApp({});
     EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::maximize});
     EXPECT_EQ(toastText(),
@@ -294,8 +298,8 @@ TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
     controller().schedulePaste();
     QTest::qWait(int(AppController::pasteDelay.count()) * 3);
     EXPECT_EQ(keystrokes.pastes, 1);
-    EXPECT_EQ(toastText(),
-        QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."));
+    EXPECT_EQ(
+        toastText(), QStringLiteral("Copied. Press Ctrl+V to paste. Start a window manager to paste automatically."));
 }
 
 TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
