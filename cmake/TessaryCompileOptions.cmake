@@ -18,3 +18,11 @@ if(TESSARY_SANITIZE)
   add_compile_options(${_san})
   add_link_options(${_san})
 endif()
+
+if(TESSARY_FUZZ)
+  # Coverage for every library the fuzz targets reach, not only the targets.
+  set(_fuzz -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=function -fno-sanitize-recover=undefined
+            -fno-omit-frame-pointer)
+  add_compile_options(${_fuzz})
+  add_link_options(-fsanitize=address,undefined)
+endif()

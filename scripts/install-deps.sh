@@ -14,6 +14,8 @@ packages=(
   libx11-dev libx11-xcb-dev libxtst-dev libxi-dev libxrandr-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
+  # quality gates: clazy over src/, libFuzzer targets (bench/fuzz.sh)
+  clazy clang libclang-rt-14-dev
   # the test X session and its real clients
   xvfb xauth openbox xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
 )

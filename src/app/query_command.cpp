@@ -41,7 +41,7 @@ public:
     QStringList types() const override { return {}; }
     QList<QUrl> fileUrls() const override { return {}; }
     std::optional<QString> string() const override { return std::nullopt; }
-    std::optional<PasteboardImage> image() const override { return std::nullopt; }
+    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override { done(std::nullopt); }
     void clear() override { }
     void writeString(const QString &) override { }
     void writeImage(const QByteArray &) override { }

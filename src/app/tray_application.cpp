@@ -2,7 +2,9 @@
 
 #include "app/app_controller.h"
 #include "app/single_instance.h"
+#include "app/termination_signals.h"
 #include "core/app/data_directory.h"
+#include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
 #include "platform/x11/app/evdev_key_positions.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
@@ -94,7 +96,19 @@ int runTrayApplication(int argc, char **argv)
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
         fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem};
 
-    AppController controller(ports, DataDirectory::defaultPath());
+    // Only this instance writes there: what a killed one left mid-write can go.
+    const QString data = DataDirectory::defaultPath();
+    DataDirectory::removeTemporaries(data);
+    DataDirectory::removeTemporaries(data + QStringLiteral("/images"));
+
+    // Signals and logout end the event loop, so the stores' queued writes land
+    // as they are destroyed. A lost display ends the process through exit(),
+    // whose handler lands them too.
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::received, &app, &QCoreApplication::quit);
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &app, [] { BackgroundFileWriter::waitForAllIdle(); });
+
+    AppController controller(ports, data);
     QObject::connect(&instance, &SingleInstance::forwarded, &controller, &AppController::onForwarded);
     controller.launchApp(arguments);
     return QApplication::exec();

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <functional>
 #include <optional>
 
@@ -71,6 +72,12 @@ protected:
         environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
         m_environment = environment;
         tessary.setProcessEnvironment(environment);
+        launch();
+    }
+
+    void launch()
+    {
+        m_stderr.clear();
         tessary.start(QStringLiteral(TESSARY_BINARY), {});
         ASSERT_TRUE(tessary.waitForStarted());
         ASSERT_TRUE(QTest::qWaitFor([&] { return stderrText().contains(QLatin1String("ready at")); }, 20000))
@@ -184,6 +191,26 @@ TEST_F(Tessary, aSecondStartExitsAndLeavesTheFirstRunning)
     EXPECT_TRUE(QTest::qWaitFor([&] { return stderrText().contains(QLatin1String("menu is unavailable")); }));
     EXPECT_EQ(log().count(QLatin1String("the Tessary menu is unavailable")), 1);
     EXPECT_EQ(stderrText().count(QLatin1String("the Tessary menu is unavailable")), 1);
+}
+
+TEST_F(Tessary, terminationSignalsLandTheHistoryAndTheNextStartClearsInterruptedWrites)
+{
+    const QString stale = home.filePath(QStringLiteral(".local/share/Tessary/clipboard.json.Ab12Cd"));
+    for (int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        if (tessary.state() == QProcess::NotRunning) {
+            QFile(stale).open(QIODevice::WriteOnly);
+            launch();
+            EXPECT_FALSE(QFile::exists(stale)) << "a start removes what a killed instance left mid-write";
+        }
+        const QByteArray text = "copied before signal " + QByteArray::number(signal);
+        copyText(text);
+        QTest::qWait(300);
+        ::kill(pid_t(tessary.processId()), signal);
+        ASSERT_TRUE(tessary.waitForFinished(10000)) << signal;
+        EXPECT_EQ(tessary.exitStatus(), QProcess::NormalExit) << signal;
+        EXPECT_EQ(tessary.exitCode(), 0) << signal;
+        EXPECT_TRUE(history().contains(QString::fromLatin1(text))) << signal;
+    }
 }
 
 } // namespace

@@ -1,8 +1,16 @@
 #include "core/app/data_directory.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QSaveFile>
+
+#include <atomic>
+
+Q_LOGGING_CATEGORY(lcDataDirectory, "tessary.files")
 
 namespace tessary {
 
@@ -11,6 +19,22 @@ namespace {
 constexpr QFileDevice::Permissions ownerOnlyFolder
     = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
 constexpr QFileDevice::Permissions ownerOnlyFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+const QLatin1String unreadableInfix(".unreadable-");
+
+// A file system that ignores permissions refuses them on every file; one line says so.
+void warnPermissionsOnce(const QString &path)
+{
+    static std::atomic_flag warned;
+    if (!warned.test_and_set())
+        qCWarning(lcDataDirectory) << "cannot make" << path << "private; its file system may not support permissions";
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 } // namespace
 
@@ -28,13 +52,16 @@ QString DataDirectory::defaultPath()
 
 bool DataDirectory::ensurePrivate(const QString &path)
 {
-    const QFileInfo info(path);
-    if (!info.isDir()) {
+    if (!QFileInfo(path).isDir()) {
         // Created private from the start, so its contents are never exposed.
-        if (!QDir().mkpath(info.absolutePath()) || !QDir().mkdir(path, ownerOnlyFolder))
-            return QFileInfo(path).isDir() && QFile::setPermissions(path, ownerOnlyFolder);
+        if (!QDir().mkpath(QFileInfo(path).absolutePath()) || !QDir().mkdir(path, ownerOnlyFolder)) {
+            if (!QFileInfo(path).isDir())
+                return false;
+        }
     }
-    return QFile::setPermissions(path, ownerOnlyFolder);
+    if (!QFile::setPermissions(path, ownerOnlyFolder))
+        warnPermissionsOnce(path);
+    return true;
 }
 
 bool DataDirectory::writePrivateFile(const QString &path, const QByteArray &bytes)
@@ -44,10 +71,49 @@ bool DataDirectory::writePrivateFile(const QString &path, const QByteArray &byte
         return false;
     // Applies to the temporary file, before any byte lands in it.
     if (!file.setPermissions(ownerOnlyFile))
-        return false;
+        warnPermissionsOnce(path);
     if (file.write(bytes) != bytes.size())
         return false;
     return file.commit();
+}
+
+void DataDirectory::makePrivate(const QString &path)
+{
+    if (!QFile::setPermissions(path, ownerOnlyFile))
+        warnPermissionsOnce(path);
+}
+
+std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, const QByteArray &bytes)
+{
+    const QFileInfo info(path);
+    QDir folder = info.absoluteDir();
+    // The stamp sorts by age; the newest copy comes first.
+    QStringList copies = folder.entryList(
+        {info.fileName() + unreadableInfix + u'*'}, QDir::Files | QDir::Hidden, QDir::Name | QDir::Reversed);
+    if (!copies.isEmpty() && contents(folder.filePath(copies.first())) == bytes)
+        return folder.filePath(copies.first());
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    QString copy = folder.filePath(info.fileName() + unreadableInfix + now.toString(QStringLiteral("yyyyMMdd-HHmmss")));
+    if (QFile::exists(copy))
+        copy += now.toString(QStringLiteral("-zzz"));
+    if (!writePrivateFile(copy, bytes))
+        return std::nullopt;
+    copies.removeAll(QFileInfo(copy).fileName());
+    for (qsizetype i = keptCopies - 1; i < copies.size(); ++i)
+        folder.remove(copies.at(i));
+    return copy;
+}
+
+void DataDirectory::removeTemporaries(const QString &folder)
+{
+    // QSaveFile's temporaries: the target's name and a dot followed by six random characters.
+    static const QRegularExpression temporary(QStringLiteral(R"(^.+\.(json|png)\.[A-Za-z0-9]{6}$)"));
+    QDir dir(folder);
+    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden);
+    for (const QString &name : names) {
+        if (temporary.match(name).hasMatch() && !dir.remove(name))
+            qCWarning(lcDataDirectory) << "cannot remove" << dir.filePath(name);
+    }
 }
 
 } // namespace tessary

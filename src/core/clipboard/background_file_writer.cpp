@@ -6,18 +6,46 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <cstdlib>
+#include <set>
 
 Q_LOGGING_CATEGORY(lcFileWriter, "tessary.clipboard.files")
 
 namespace tessary {
 
+namespace {
+
+// Every writer alive, so that exit() from anywhere still lands queued work.
+struct Registry {
+    std::mutex mutex;
+    std::set<BackgroundFileWriter *> writers;
+};
+
+Registry &registry()
+{
+    // Never destroyed: exit handlers may run after static destructors.
+    static auto *instance = new Registry;
+    return *instance;
+}
+
+} // namespace
+
 BackgroundFileWriter::BackgroundFileWriter()
     : m_thread([this] { run(); })
 {
+    static const bool hooked = std::atexit(&BackgroundFileWriter::waitForAllIdle) == 0;
+    if (!hooked)
+        qCWarning(lcFileWriter) << "queued writes may be lost at exit";
+    std::lock_guard lock(registry().mutex);
+    registry().writers.insert(this);
 }
 
 BackgroundFileWriter::~BackgroundFileWriter()
 {
+    {
+        std::lock_guard lock(registry().mutex);
+        registry().writers.erase(this);
+    }
     {
         std::lock_guard lock(m_mutex);
         m_stopping = true;
@@ -32,10 +60,10 @@ void BackgroundFileWriter::write(const QString &path, QByteArray bytes)
         std::lock_guard lock(m_mutex);
         const auto latest = std::find_if(
             m_queue.rbegin(), m_queue.rend(), [&](const Operation &queued) { return queued.path == path; });
+        // A removal asked for in between must still happen, so only a write directly superseded goes.
         if (latest != m_queue.rend() && latest->bytes)
-            latest->bytes = std::move(bytes);
-        else
-            m_queue.push_back({path, std::move(bytes)});
+            m_queue.erase(std::next(latest).base());
+        m_queue.push_back({path, std::move(bytes)});
     }
     m_wake.notify_one();
 }
@@ -49,10 +77,25 @@ void BackgroundFileWriter::remove(const QString &path)
     m_wake.notify_one();
 }
 
+std::optional<QByteArray> BackgroundFileWriter::pending(const QString &path) const
+{
+    std::lock_guard lock(m_mutex);
+    const auto latest
+        = std::find_if(m_queue.rbegin(), m_queue.rend(), [&](const Operation &queued) { return queued.path == path; });
+    return latest != m_queue.rend() ? latest->bytes : std::nullopt;
+}
+
 void BackgroundFileWriter::waitForIdle()
 {
     std::unique_lock lock(m_mutex);
     m_idle.wait(lock, [this] { return m_queue.empty() && !m_busy; });
+}
+
+void BackgroundFileWriter::waitForAllIdle()
+{
+    std::lock_guard lock(registry().mutex);
+    for (BackgroundFileWriter *writer : registry().writers)
+        writer->waitForIdle();
 }
 
 void BackgroundFileWriter::run()

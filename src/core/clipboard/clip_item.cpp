@@ -6,11 +6,14 @@
 #include <QLocale>
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
+
 namespace tessary {
 
 namespace {
 
 constexpr int titleLength = 140;
+constexpr qsizetype imageNameDigits = 24;
 
 bool isNewline(char16_t c)
 {
@@ -258,6 +261,8 @@ std::optional<ClipItem> ClipItem::fromJson(const QJsonObject &object)
         || !readOptional(object, "files", StrictJson::stringList, item.files)
         || !readOptional(object, "sourceApp", StrictJson::string, item.sourceApp))
         return std::nullopt;
+    if (item.imageFile && !isImageFileName(*item.imageFile))
+        return std::nullopt;
     item.id = *id;
     item.kind = *kind;
     item.date = *date;
@@ -266,6 +271,15 @@ std::optional<ClipItem> ClipItem::fromJson(const QJsonObject &object)
     item.pixelWidth = *pixelWidth;
     item.pixelHeight = *pixelHeight;
     return item;
+}
+
+bool ClipItem::isImageFileName(const QString &name)
+{
+    const QLatin1String extension(".png");
+    if (name.size() != imageNameDigits + extension.size() || !name.endsWith(extension))
+        return false;
+    return std::all_of(name.cbegin(), name.cbegin() + imageNameDigits,
+        [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'); });
 }
 
 QByteArray ClipItem::listToJson(const QList<ClipItem> &items)

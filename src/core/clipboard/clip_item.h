@@ -21,7 +21,7 @@ struct ClipItem {
     QUuid id;
     Kind kind = Kind::text;
     std::optional<QString> text;
-    // Bare file name inside the store's "images" folder.
+    // Bare file name inside the store's "images" folder, see isImageFileName.
     std::optional<QString> imageFile;
     // Absolute paths, in pasteboard order.
     std::optional<QStringList> files;
@@ -43,12 +43,17 @@ struct ClipItem {
     // Compact JSON object; absent optionals are left out.
     QByteArray toJson() const;
     // None when a required member is missing or mistyped, the id is not a
-    // UUID or the kind is unknown. Null optionals count as absent.
+    // UUID, the kind is unknown or `imageFile` is not an image file name: a
+    // name read from a file must never lead outside the images folder.
+    // Null optionals count as absent.
     static std::optional<ClipItem> fromJson(const QJsonObject &object);
 
     // The history file form: a compact JSON array; a bad element spoils the whole list.
     static QByteArray listToJson(const QList<ClipItem> &items);
     static std::optional<QList<ClipItem>> listFromJson(const QByteArray &json);
+
+    // The stored form of a picture's name: 24 lower-case hexadecimal digits and ".png".
+    static bool isImageFileName(const QString &name);
 
     friend bool operator==(const ClipItem &, const ClipItem &) = default;
 };

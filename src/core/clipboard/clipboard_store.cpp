@@ -4,9 +4,12 @@
 #include "core/platform/pasteboard.h"
 #include "core/platform/workspace.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QLoggingCategory>
+#include <QPointer>
+#include <QThreadPool>
 
 Q_LOGGING_CATEGORY(lcClipboard, "tessary.clipboard")
 
@@ -15,6 +18,8 @@ namespace tessary {
 namespace {
 
 constexpr qsizetype imageNameLength = 24;
+// Hashing a larger picture would hold the main thread for more than a millisecond or so.
+constexpr qsizetype hashOnMainThreadBytes = 1'000'000;
 constexpr qint64 secondsPerDay = 86'400;
 
 bool isBlank(const QString &text)
@@ -136,8 +141,11 @@ void ClipboardStore::poll()
     std::optional<QString> sourceApp;
     if (!shouldRecordCurrentChange(sourceApp))
         return;
-    if (auto candidate = readCandidate())
+    bool offersText = false;
+    if (auto candidate = readCandidate(offersText))
         record(std::move(*candidate), std::move(sourceApp));
+    else if (!offersText)
+        readImage(std::move(sourceApp));
 }
 
 bool ClipboardStore::shouldRecordCurrentChange(std::optional<QString> &sourceApp)
@@ -158,10 +166,11 @@ bool ClipboardStore::shouldRecordCurrentChange(std::optional<QString> &sourceApp
     return !(sourceApp && excludedApps.contains(*sourceApp));
 }
 
-std::optional<ClipboardStore::Candidate> ClipboardStore::readCandidate()
+std::optional<ClipboardStore::Candidate> ClipboardStore::readCandidate(bool &offersText)
 {
     const QList<QUrl> urls = m_pasteboard.fileUrls();
     if (!urls.isEmpty()) {
+        offersText = true;
         QStringList paths;
         paths.reserve(urls.size());
         for (const QUrl &url : urls)
@@ -170,31 +179,53 @@ std::optional<ClipboardStore::Candidate> ClipboardStore::readCandidate()
             .kind = ClipItem::Kind::files, .hash = hash(QStringLiteral("files"), paths.join(u'\n')), .files = paths};
     }
     if (const auto text = m_pasteboard.string(); text && !isBlank(*text)) {
+        offersText = true;
         const QByteArray bytes = text->toUtf8();
         if (bytes.size() > maxTextBytes)
             return std::nullopt;
         return Candidate{.kind = ClipItem::Kind::text, .hash = hash(QStringLiteral("text"), bytes), .text = *text};
     }
-    return imageCandidate();
+    return std::nullopt;
 }
 
-std::optional<ClipboardStore::Candidate> ClipboardStore::imageCandidate()
+void ClipboardStore::readImage(std::optional<QString> sourceApp)
 {
-    const auto image = m_pasteboard.image();
-    if (!image || image->png.size() > maxPngBytes)
-        return std::nullopt;
-    const QString digest = hash(QStringLiteral("image"), image->png);
+    // The store may be gone, or paused, by the time a large picture is decoded.
+    m_pasteboard.readImage([self = QPointer(this), sourceApp](std::optional<PasteboardImage> image) mutable {
+        if (!self || !image || image->png.size() > maxPngBytes || !self->enabled || self->m_paused)
+            return;
+        if (image->png.size() < hashOnMainThreadBytes) {
+            const QString digest = hash(QStringLiteral("image"), image->png);
+            self->recordImage(std::move(*image), digest, std::move(sourceApp));
+            return;
+        }
+        QThreadPool::globalInstance()->start([self, image = std::move(*image), sourceApp]() mutable {
+            const QString digest = hash(QStringLiteral("image"), image.png);
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(),
+                [self, image = std::move(image), digest, sourceApp]() mutable {
+                    if (self)
+                        self->recordImage(std::move(image), digest, std::move(sourceApp));
+                },
+                Qt::QueuedConnection);
+        });
+    });
+}
+
+void ClipboardStore::recordImage(PasteboardImage image, const QString &digest, std::optional<QString> sourceApp)
+{
     const QString name = digest.first(imageNameLength) + QStringLiteral(".png");
     const QString path = imagesDirectory() + u'/' + name;
     // The name is the content: a file that an entry uses holds these bytes.
     // An unused one may have its removal queued, so it is written again.
     if (!isImageInUse(name) || !QFile::exists(path))
-        m_files.write(path, image->png);
-    return Candidate{.kind = ClipItem::Kind::image,
-        .hash = digest,
-        .imageFile = name,
-        .pixelWidth = image->pixelWidth,
-        .pixelHeight = image->pixelHeight};
+        m_files.write(path, image.png);
+    record(Candidate{.kind = ClipItem::Kind::image,
+               .hash = digest,
+               .imageFile = name,
+               .pixelWidth = image.pixelWidth,
+               .pixelHeight = image.pixelHeight},
+        std::move(sourceApp));
 }
 
 void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceApp)
@@ -204,8 +235,7 @@ void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceAp
     const auto duplicate = std::find_if(
         m_items.begin(), m_items.end(), [&](const ClipItem &item) { return item.hash == candidate.hash; });
     if (duplicate != m_items.end()) {
-        ClipItem moved = std::move(*duplicate);
-        m_items.erase(duplicate);
+        ClipItem moved = m_items.takeAt(duplicate - m_items.begin());
         moved.date = now;
         if (sourceApp)
             moved.sourceApp = std::move(sourceApp);
@@ -318,10 +348,14 @@ void ClipboardStore::copy(const ClipItem &item, bool plainTextOnly)
     case ClipItem::Kind::image:
         if (item.imageFile) {
             // A picture recorded a moment ago may still be on its way to the disk.
-            m_files.waitForIdle();
-            QFile file(imagesDirectory() + u'/' + *item.imageFile);
-            if (file.open(QIODevice::ReadOnly))
-                m_pasteboard.writeImage(file.readAll());
+            const QString path = imagesDirectory() + u'/' + *item.imageFile;
+            if (const auto queued = m_files.pending(path)) {
+                m_pasteboard.writeImage(*queued);
+            } else {
+                QFile file(path);
+                if (file.open(QIODevice::ReadOnly))
+                    m_pasteboard.writeImage(file.readAll());
+            }
         }
         break;
     case ClipItem::Kind::files: {
@@ -356,9 +390,14 @@ void ClipboardStore::load()
     QFile file(historyFilePath());
     if (!file.open(QIODevice::ReadOnly))
         return;
-    auto decoded = ClipItem::listFromJson(file.readAll());
+    const QByteArray bytes = file.readAll();
+    auto decoded = ClipItem::listFromJson(bytes);
     if (!decoded) {
-        qCWarning(lcClipboard) << "ignoring undecodable" << historyFilePath();
+        // Starting empty means the next save replaces the file: keep what may hold pinned entries.
+        const auto kept = DataDirectory::keepUnreadableCopy(historyFilePath(), bytes);
+        qCWarning(lcClipboard).noquote() << "cannot decode" << historyFilePath() << "; the history starts empty"
+                                         << (kept ? QStringLiteral("and the old file is kept as ") + *kept
+                                                  : QStringLiteral("and the old file could not be kept"));
         return;
     }
     decoded->removeIf([this](const ClipItem &item) {

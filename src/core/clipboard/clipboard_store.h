@@ -2,6 +2,7 @@
 
 #include "core/clipboard/background_file_writer.h"
 #include "core/clipboard/clip_item.h"
+#include "core/platform/pasteboard.h"
 
 #include <QObject>
 #include <QSet>
@@ -12,7 +13,6 @@
 
 namespace tessary {
 
-class Pasteboard;
 class Workspace;
 
 // The clipboard history: records each new copy on the pasteboard unless a
@@ -38,7 +38,9 @@ public:
     static const QSet<QString> &skipTypes();
 
     // Remembers the pasteboard's current change count (what is on it now is
-    // not recorded), creates `directory`/"images" and loads the history.
+    // not recorded), creates `directory`/"images" and loads the history. An
+    // undecodable history file is kept beside it (DataDirectory::keepUnreadableCopy)
+    // and the history starts empty.
     // Nothing is polled until startMonitoring.
     ClipboardStore(QString directory, Pasteboard &pasteboard, QObject *parent = nullptr);
     ~ClipboardStore() override;
@@ -73,7 +75,8 @@ public:
     // Polls every 0.5 s and at once whenever the pasteboard reports a change.
     // Calling it again restarts the timer.
     void startMonitoring();
-    // One polling step; the only operation that records copies.
+    // One polling step; the only operation that records copies. A picture is
+    // recorded once the pasteboard has decoded it, which may be later.
     void poll();
 
     // Flips `pinned` of the stored entry equal to `item` in every field; none: nothing happens.
@@ -87,7 +90,8 @@ public:
     QList<ClipItem> search(const QString &query) const;
     // Puts the entry's content back on the pasteboard without touching the
     // history; the next poll records nothing. Files go as plain text paths
-    // when `plainTextOnly`. An image whose file cannot be read leaves the pasteboard empty.
+    // when `plainTextOnly`. An image whose file cannot be read leaves the
+    // pasteboard empty; one still on its way to the disk is not waited for.
     void copy(const ClipItem &item, bool plainTextOnly);
 
     // Files are written in the background; this returns once the history
@@ -109,8 +113,11 @@ private:
     struct Candidate;
 
     bool shouldRecordCurrentChange(std::optional<QString> &sourceApp);
-    std::optional<Candidate> readCandidate();
-    std::optional<Candidate> imageCandidate();
+    // Files or text; `offersText` tells whether the content had any, recordable or not.
+    std::optional<Candidate> readCandidate(bool &offersText);
+    // Records the picture once it is decoded and hashed, away from the main thread when large.
+    void readImage(std::optional<QString> sourceApp);
+    void recordImage(PasteboardImage image, const QString &digest, std::optional<QString> sourceApp);
     void record(Candidate candidate, std::optional<QString> sourceApp);
     void enforceLimits();
     void removeWhere(const std::function<bool(const ClipItem &)> &predicate);

@@ -39,12 +39,15 @@ public:
     virtual QList<QUrl> fileUrls() const = 0;
     // The plain text, when the content offers one.
     virtual std::optional<QString> string() const = 0;
-    // The content's picture as PNG, when it offers one that decodes.
-    virtual std::optional<PasteboardImage> image() const = 0;
+    // The content's picture as PNG, when it offers one that decodes. Decoding
+    // and encoding a large picture take long, so platforms do them away from
+    // the main thread and call `done` there later; a platform may also call
+    // it before returning. A picture too large to decode gives none.
+    virtual void readImage(std::function<void(std::optional<PasteboardImage>)> done) = 0;
 
     virtual void clear() = 0;
     virtual void writeString(const QString &text) = 0;
-    // Writes nothing when `png` does not decode.
+    // Writes nothing when `png` is not a PNG picture.
     virtual void writeImage(const QByteArray &png) = 0;
     virtual void writeFileUrls(const QList<QUrl> &urls) = 0;
 };

@@ -1,15 +1,26 @@
 #include "core/platform/settings_key_value_store.h"
 
+#include "core/app/data_directory.h"
+
+#include <QFileInfo>
+
 namespace tessary {
 
 SettingsKeyValueStore::SettingsKeyValueStore()
     : m_settings(std::make_unique<QSettings>(QStringLiteral("Tessary"), QStringLiteral("Tessary")))
 {
+    makePrivate();
 }
 
 SettingsKeyValueStore::SettingsKeyValueStore(const QString &iniPath)
     : m_settings(std::make_unique<QSettings>(iniPath, QSettings::IniFormat))
 {
+    makePrivate();
+}
+
+void SettingsKeyValueStore::makePrivate()
+{
+    DataDirectory::ensurePrivate(QFileInfo(m_settings->fileName()).absolutePath());
 }
 
 std::optional<QByteArray> SettingsKeyValueStore::bytes(const QString &key) const
@@ -64,13 +75,20 @@ void SettingsKeyValueStore::setIntMap(const QString &key, const QHash<QString, i
 void SettingsKeyValueStore::remove(const QString &key)
 {
     m_settings->remove(key);
-    m_settings->sync();
+    sync();
 }
 
 void SettingsKeyValueStore::store(const QString &key, const QVariant &value)
 {
     m_settings->setValue(key, value);
+    sync();
+}
+
+void SettingsKeyValueStore::sync()
+{
     m_settings->sync();
+    // QSettings creates the file with the umask's permissions.
+    DataDirectory::makePrivate(m_settings->fileName());
 }
 
 } // namespace tessary

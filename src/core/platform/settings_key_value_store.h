@@ -9,7 +9,8 @@
 namespace tessary {
 
 // KeyValueStore over QSettings: the user's "Tessary" organisation and
-// application by default, or an explicit INI file (tests, tools).
+// application by default, or an explicit INI file (tests, tools). The file
+// and its folder are private to the user, like the data folder.
 class SettingsKeyValueStore final : public KeyValueStore {
 public:
     SettingsKeyValueStore();
@@ -24,7 +25,9 @@ public:
     void remove(const QString &key) override;
 
 private:
+    void makePrivate();
     void store(const QString &key, const QVariant &value);
+    void sync();
 
     std::unique_ptr<QSettings> m_settings;
 };

@@ -1,6 +1,9 @@
 #include "core/settings/app_settings.h"
 
 #include <QHash>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcSettings, "tessary.settings")
 
 namespace tessary {
 
@@ -8,10 +11,18 @@ AppSettings::AppSettings(KeyValueStore &defaults, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
 {
-    if (const auto stored = m_defaults.bytes(QLatin1String(storageKey))) {
-        if (auto decoded = SettingsData::fromJson(*stored))
-            m_data = std::move(*decoded);
+    const auto stored = m_defaults.bytes(QLatin1String(storageKey));
+    if (!stored)
+        return;
+    if (auto decoded = SettingsData::fromJson(*stored)) {
+        m_data = std::move(*decoded);
+        return;
     }
+    // The defaults replace the record at the next change: keep the user's shortcuts.
+    if (m_defaults.bytes(QLatin1String(unreadableKey)) != stored)
+        m_defaults.setBytes(QLatin1String(unreadableKey), *stored);
+    qCWarning(lcSettings) << "cannot decode the settings record; using the defaults and keeping the old record under"
+                          << unreadableKey;
 }
 
 void AppSettings::setData(const SettingsData &data)

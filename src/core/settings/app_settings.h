@@ -19,9 +19,12 @@ class AppSettings : public QObject {
 
 public:
     static constexpr const char *storageKey = "tessary.settings.v1";
+    // The latest record that could not be decoded, kept for the user to recover.
+    static constexpr const char *unreadableKey = "tessary.settings.v1.unreadable";
 
-    // Loads the stored record; a missing or undecodable one gives the defaults
-    // (nothing is written until the next change).
+    // Loads the stored record; a missing or undecodable one gives the defaults.
+    // An undecodable one is first copied to `unreadableKey`; nothing else is
+    // written until the next change.
     explicit AppSettings(KeyValueStore &defaults, QObject *parent = nullptr);
 
     const SettingsData &data() const { return m_data; }

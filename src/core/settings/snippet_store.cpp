@@ -1,11 +1,14 @@
 #include "core/settings/snippet_store.h"
 
+#include "core/app/data_directory.h"
 #include "core/json/strict_json.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QSaveFile>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcSnippets, "tessary.snippets")
 
 namespace tessary {
 
@@ -32,11 +35,20 @@ SnippetStore::SnippetStore(const QString &directory, QObject *parent)
     : QObject(parent)
     , m_url(QDir(directory).filePath(QLatin1String(fileName)))
 {
-    QDir().mkpath(directory);
+    DataDirectory::ensurePrivate(directory);
     QFile file(m_url);
     std::optional<QList<Snippet>> stored;
-    if (file.open(QIODevice::ReadOnly))
-        stored = decode(file.readAll());
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.readAll();
+        stored = decode(bytes);
+        if (!stored) {
+            // The defaults replace the file at the next save: keep the user's snippets.
+            const auto kept = DataDirectory::keepUnreadableCopy(m_url, bytes);
+            qCWarning(lcSnippets).noquote() << "cannot decode" << m_url << "; using the default snippets"
+                                            << (kept ? QStringLiteral("and keeping the old file as ") + *kept
+                                                     : QStringLiteral("and the old file could not be kept"));
+        }
+    }
     m_snippets = stored ? std::move(*stored) : Snippet::defaults();
 }
 
@@ -48,16 +60,14 @@ void SnippetStore::setSnippets(const QList<Snippet> &snippets)
     Q_EMIT changed();
 }
 
-void SnippetStore::save() const
+void SnippetStore::save()
 {
     QJsonArray array;
     for (const Snippet &snippet : m_snippets)
         array.append(snippet.toJson());
-    QSaveFile file(m_url);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(StrictJson::compact(array));
-        file.commit();
-    }
+    m_files.write(m_url, StrictJson::compact(array));
 }
+
+void SnippetStore::waitForSaved() { m_files.waitForIdle(); }
 
 } // namespace tessary

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/clipboard/background_file_writer.h"
 #include "core/settings/snippet.h"
 
 #include <QList>
@@ -10,8 +11,8 @@ namespace tessary {
 
 // The user's snippets, in order, kept in "snippets.json" in a directory fixed
 // at construction. Every assignment notifies and then rewrites the file
-// atomically; write errors are ignored and the list stays as assigned.
-// Main thread only.
+// atomically in the background, private to the user; write errors are
+// logged and the list stays as assigned. Main thread only.
 class SnippetStore : public QObject {
     Q_OBJECT
 
@@ -19,7 +20,8 @@ public:
     static constexpr const char *fileName = "snippets.json";
 
     // Creates `directory` if needed and loads the file; a missing, unreadable
-    // or undecodable file gives the default snippets. Writes nothing.
+    // or undecodable file gives the default snippets. An undecodable file is
+    // kept beside it (DataDirectory::keepUnreadableCopy); nothing else is written.
     explicit SnippetStore(const QString &directory, QObject *parent = nullptr);
 
     const QList<Snippet> &snippets() const { return m_snippets; }
@@ -27,16 +29,19 @@ public:
 
     // Path of the snippets file.
     const QString &url() const { return m_url; }
+    // Returns once the file holds the last assigned list (or its write failed).
+    void waitForSaved();
 
 Q_SIGNALS:
     void aboutToChange();
     void changed();
 
 private:
-    void save() const;
+    void save();
 
     QString m_url;
     QList<Snippet> m_snippets;
+    BackgroundFileWriter m_files;
 };
 
 } // namespace tessary

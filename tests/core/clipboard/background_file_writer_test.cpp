@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <functional>
 
 namespace tessary {
@@ -64,6 +67,57 @@ TEST(BackgroundFileWriter, finishesQueuedWritesBeforeItIsDestroyed)
     }
     for (int i = 0; i < 20; ++i)
         EXPECT_EQ(contents(dir.filePath(QString::number(i))), QByteArray::number(i));
+}
+
+// The names (without a dot, unlike temporaries) of the files put in place in
+// `folder`, in the order they landed.
+class LandingOrder {
+public:
+    explicit LandingOrder(const QString &folder)
+        : m_fd(inotify_init1(IN_NONBLOCK))
+    {
+        // A new file is linked in place, an existing one replaced by a rename.
+        inotify_add_watch(m_fd, QFile::encodeName(folder).constData(), IN_CREATE | IN_MOVED_TO);
+    }
+    ~LandingOrder() { ::close(m_fd); }
+
+    QStringList names() const
+    {
+        QStringList names;
+        alignas(inotify_event) char buffer[4096];
+        ssize_t size = 0;
+        while ((size = ::read(m_fd, buffer, sizeof buffer)) > 0) {
+            for (ssize_t at = 0; at < size;) {
+                const auto *event = reinterpret_cast<const inotify_event *>(buffer + at);
+                const QString name = QString::fromUtf8(event->name);
+                if (!name.contains(u'.'))
+                    names.append(name);
+                at += ssize_t(sizeof(inotify_event)) + event->len;
+            }
+        }
+        return names;
+    }
+
+private:
+    int m_fd;
+};
+
+TEST(BackgroundFileWriter, aRewrittenFileLandsAfterEverythingAskedForBeforeIt)
+{
+    QTemporaryDir dir;
+    const LandingOrder order(dir.path());
+    BackgroundFileWriter writer;
+    // Keeps the thread busy while the rest is queued.
+    writer.write(dir.filePath(QStringLiteral("slow")), QByteArray(16 << 20, 'x'));
+    writer.write(dir.filePath(QStringLiteral("history")), "names nothing");
+    writer.write(dir.filePath(QStringLiteral("picture")), "pixels");
+    writer.write(dir.filePath(QStringLiteral("history")), "names the picture");
+    EXPECT_EQ(writer.pending(dir.filePath(QStringLiteral("history"))), QByteArray("names the picture"));
+    writer.waitForIdle();
+    EXPECT_EQ(
+        order.names(), (QStringList{QStringLiteral("slow"), QStringLiteral("picture"), QStringLiteral("history")}));
+    EXPECT_EQ(writer.pending(dir.filePath(QStringLiteral("history"))), std::nullopt);
+    EXPECT_EQ(contents(dir.filePath(QStringLiteral("history"))), QByteArray("names the picture"));
 }
 
 } // namespace

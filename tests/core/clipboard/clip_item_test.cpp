@@ -181,6 +181,32 @@ TEST(ClipItemJson, decodingIsStrictAboutRequiredMembersAndLenientAboutTheRest)
     EXPECT_EQ(ClipItem::fromJson(with("text", QJsonValue::Null))->text, std::nullopt);
 }
 
+TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameDecodes)
+{
+    const struct {
+        const char *name;
+        bool valid;
+    } cases[] = {
+        {"0123456789abcdef01234567.png", true},
+        {"0123456789ABCDEF01234567.png", false},
+        {"0123456789abcdef0123456.png", false},
+        {"0123456789abcdef012345678.png", false},
+        {"0123456789abcdef01234567.PNG", false},
+        {"0123456789abcdef0123456g.png", false},
+        {"../456789abcdef01234567.png", false},
+        {"/23456789abcdef01234567.png", false},
+        {"../../victim.txt", false},
+        {"", false},
+    };
+    for (const auto &c : cases) {
+        ClipItem image = textItem(std::nullopt);
+        image.kind = ClipItem::Kind::image;
+        image.imageFile = QString::fromLatin1(c.name);
+        const auto object = QJsonDocument::fromJson(image.toJson()).object();
+        EXPECT_EQ(ClipItem::fromJson(object).has_value(), c.valid) << c.name;
+    }
+}
+
 TEST(ClipItemJson, oneBadElementSpoilsTheWholeList)
 {
     const QJsonObject good = QJsonDocument::fromJson(textItem(QStringLiteral("t")).toJson()).object();

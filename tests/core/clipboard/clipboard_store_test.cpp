@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,9 @@ ClipItem storedText(const QString &text, double daysAgo, bool pinned = false)
     return item;
 }
 
+// A valid stored image name made of one repeated hexadecimal digit.
+QString pngName(char digit) { return QString(24, QLatin1Char(digit)) + QStringLiteral(".png"); }
+
 ClipItem storedImage(const QString &file)
 {
     ClipItem item = storedText(QString(), 0);
@@ -80,10 +84,13 @@ protected:
         m_pasteboard.copyText(text, extraTypes);
         m_store->poll();
     }
+    // Large pictures are hashed on the thread pool and recorded back on this thread.
     void copy(FakePasteboard::Content content)
     {
         m_pasteboard.setContent(std::move(content));
         m_store->poll();
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
     }
     // Seeding files closes the store first, so that none of its writes land afterwards.
     void writeHistory(const QList<ClipItem> &items)
@@ -111,6 +118,19 @@ protected:
     {
         flush();
         return QFile::exists(imagePath(name));
+    }
+    // The contents of the unreadable histories kept beside the history file.
+    QList<QByteArray> keptCopies() const
+    {
+        QList<QByteArray> copies;
+        const QDir folder(dir());
+        for (const QString &name : folder.entryList({QStringLiteral("clipboard.json.unreadable-*")}, QDir::Files)) {
+            QFile file(folder.filePath(name));
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            EXPECT_EQ(file.permissions() & QFileDevice::Permissions(0x7077), ownerReadWrite);
+            copies.append(file.readAll());
+        }
+        return copies;
     }
     QByteArray historyFile()
     {
@@ -374,38 +394,38 @@ TEST_F(ClipboardStoreTest, imageFilesAreDeletedOnlyWhenNoEntryUsesThemAnyMore)
     copy({.image = picture("first")});
     EXPECT_TRUE(imageExists(first)) << "copied again right after its removal";
 
-    const ClipItem a = storedImage(QStringLiteral("shared.png"));
-    const ClipItem b = storedImage(QStringLiteral("shared.png"));
-    ClipItem pinned = storedImage(QStringLiteral("pinned.png"));
+    const ClipItem a = storedImage(pngName('d'));
+    const ClipItem b = storedImage(pngName('d'));
+    ClipItem pinned = storedImage(pngName('e'));
     pinned.pinned = true;
-    writeImageFile(QStringLiteral("shared.png"));
-    writeImageFile(QStringLiteral("pinned.png"));
-    writeImageFile(QStringLiteral("never-named.png"));
+    writeImageFile(pngName('d'));
+    writeImageFile(pngName('e'));
+    writeImageFile(pngName('f'));
     writeHistory({a, b, pinned});
     open();
     store().remove(a);
-    EXPECT_TRUE(imageExists(QStringLiteral("shared.png")));
+    EXPECT_TRUE(imageExists(pngName('d')));
     store().remove(b);
-    EXPECT_FALSE(imageExists(QStringLiteral("shared.png")));
+    EXPECT_FALSE(imageExists(pngName('d')));
     store().clear(true);
-    EXPECT_TRUE(imageExists(QStringLiteral("pinned.png")));
+    EXPECT_TRUE(imageExists(pngName('e')));
     store().clear(false);
-    EXPECT_FALSE(imageExists(QStringLiteral("pinned.png")));
-    EXPECT_TRUE(imageExists(QStringLiteral("never-named.png")));
+    EXPECT_FALSE(imageExists(pngName('e')));
+    EXPECT_TRUE(imageExists(pngName('f')));
 }
 
 TEST_F(ClipboardStoreTest, loadingDropsImageEntriesWhoseFileIsGone)
 {
-    ClipItem withoutFileName = storedImage(QStringLiteral("x.png"));
+    ClipItem withoutFileName = storedImage(pngName('c'));
     withoutFileName.imageFile.reset();
-    writeImageFile(QStringLiteral("present.png"));
-    writeHistory({storedImage(QStringLiteral("present.png")), storedImage(QStringLiteral("gone.png")), withoutFileName,
-        storedText(QStringLiteral("text"), 1)});
+    writeImageFile(pngName('a'));
+    writeHistory(
+        {storedImage(pngName('a')), storedImage(pngName('b')), withoutFileName, storedText(QStringLiteral("text"), 1)});
     const QByteArray file = historyFile();
     open();
     EXPECT_EQ(texts(store().items()),
         (QStringList{QStringLiteral("<image>"), QStringLiteral("<image>"), QStringLiteral("text")}));
-    EXPECT_EQ(store().items().first().imageFile, QStringLiteral("present.png"));
+    EXPECT_EQ(store().items().first().imageFile, pngName('a'));
     EXPECT_EQ(historyFile(), file) << "loading does not save";
 }
 
@@ -418,6 +438,7 @@ TEST_F(ClipboardStoreTest, anUnreadableHistoryStartsEmptyAndIsOverwrittenByTheNe
     const QByteArray corrupt[] = {"", "not json", "{\"id\":1}", good.left(good.size() - 3), missingPinned};
     for (const QByteArray &bytes : corrupt) {
         m_store.reset();
+        QDir(dir()).removeRecursively();
         QDir().mkpath(dir());
         QFile file(historyPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -426,9 +447,34 @@ TEST_F(ClipboardStoreTest, anUnreadableHistoryStartsEmptyAndIsOverwrittenByTheNe
         open();
         EXPECT_TRUE(store().items().isEmpty()) << bytes.constData();
         EXPECT_EQ(historyFile(), bytes) << "left alone until the next change";
+        EXPECT_EQ(keptCopies(), QList<QByteArray>{bytes}) << "kept before the next change replaces it";
         copyText(QStringLiteral("fresh ") + QString::fromLatin1(bytes));
         EXPECT_EQ(texts(*ClipItem::listFromJson(historyFile())), texts(store().items()));
         EXPECT_EQ(store().items().size(), 1);
+    }
+}
+
+TEST_F(ClipboardStoreTest, anImageNameLeadingOutOfTheImagesFolderMakesTheHistoryUnreadable)
+{
+    const QString victim = m_temp.path() + QStringLiteral("/victim.txt");
+    const QString hostile[] = {QStringLiteral("../../victim.txt"), victim, QStringLiteral("/etc/passwd"),
+        QStringLiteral("a/b.png"), QStringLiteral("../") + pngName('a'), pngName('A'), QString()};
+    for (const QString &name : hostile) {
+        m_store.reset();
+        QDir(dir()).removeRecursively();
+        QFile(victim).open(QIODevice::WriteOnly);
+        writeImageFile(pngName('a'));
+        ClipItem entry = storedImage(pngName('a'));
+        entry.imageFile = name;
+        writeHistory({entry, storedImage(pngName('a')), storedText(QStringLiteral("pinned"), 1, true)});
+        const QByteArray bytes = historyFile();
+        open();
+        store().maxItems = 0;
+        copyText(QStringLiteral("prunes everything unpinned"));
+        store().clear(false);
+        EXPECT_EQ(keptCopies(), QList<QByteArray>{bytes}) << qPrintable(name);
+        EXPECT_TRUE(QFile::exists(victim)) << qPrintable(name);
+        EXPECT_TRUE(imageExists(pngName('a'))) << "unknown to the empty history: " << qPrintable(name);
     }
 }
 

@@ -56,7 +56,8 @@ protected:
         // Every Linux program "installed", so the table is the same on every machine.
         auto engine = std::make_unique<LauncherEngine>(LauncherEngine::Sources{m_settings, m_clipboard, m_snippets,
             m_index, m_usage, m_files, m_processes, m_pasteboard,
-            SystemCommand::linuxTable([](const QString &name) { return QStringLiteral("/usr/bin/") + name; })});
+            SystemCommand::linuxTable(
+                [](const QString &name) -> QString { return QStringLiteral("/usr/bin/") + name; })});
         engine->actions = recordingActions(QString());
         return engine;
     }

@@ -56,14 +56,25 @@ TEST(AppSettings, aRecordMissingOneMemberFallsBackAsAWhole)
     EXPECT_EQ(settings.data(), SettingsData());
 }
 
-TEST(AppSettings, undecodableRecordsGiveDefaults)
+TEST(AppSettings, undecodableRecordsGiveDefaultsAndAreKeptUntilTheNextOneReplacesThem)
 {
+    const QString kept = QString::fromLatin1(AppSettings::unreadableKey);
     for (const QByteArray &stored :
         {QByteArray("not json"), QByteArray("[]"), QByteArray(R"({"shortcuts":{"leftHalf":{"keyCode":4}}})")}) {
         MemoryKeyValueStore domain;
         domain.setBytes(key, stored);
-        EXPECT_EQ(AppSettings(domain).data(), SettingsData()) << stored.constData();
+        AppSettings settings(domain);
+        EXPECT_EQ(settings.data(), SettingsData()) << stored.constData();
+        EXPECT_EQ(domain.bytes(kept), stored) << stored.constData();
+        SettingsData changed;
+        changed.gap = 4;
+        settings.setData(changed);
+        EXPECT_EQ(domain.bytes(kept), stored) << "a change leaves the kept record alone";
     }
+    MemoryKeyValueStore domain;
+    domain.setBytes(key, SettingsData().toJson());
+    AppSettings settings(domain);
+    EXPECT_EQ(domain.bytes(kept), std::nullopt) << "a good record is not copied";
 }
 
 TEST(AppSettings, collidingShortcutsAreDuplicatesAndResetClearsThem)

@@ -50,7 +50,15 @@ TEST(SnippetStore, unreadableFilesGiveTheDefaults)
     for (const QByteArray &bytes : files) {
         QTemporaryDir directory;
         writeFile(directory.filePath(u"snippets.json"_s), bytes);
-        expectDefaults(SnippetStore(directory.path()).snippets());
+        SnippetStore store(directory.path());
+        expectDefaults(store.snippets());
+        store.setSnippets({});
+        store.waitForSaved();
+        const QStringList copies = QDir(directory.path()).entryList({u"snippets.json.unreadable-*"_s});
+        ASSERT_EQ(copies.size(), 1) << "the user's file survives the next save";
+        QFile copy(directory.filePath(copies.first()));
+        ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+        EXPECT_EQ(copy.readAll(), bytes);
     }
 }
 
@@ -74,6 +82,7 @@ TEST(SnippetStore, assignmentsNotifyAndAreSavedInOrder)
     store.setSnippets(snippets);
     EXPECT_EQ(aboutToChange.count(), 1);
     EXPECT_EQ(changed.count(), 1);
+    store.waitForSaved();
 
     const SnippetStore reloaded(directory.path());
     EXPECT_EQ(reloaded.snippets(), snippets);

@@ -31,12 +31,11 @@ std::optional<QString> FakePasteboard::string() const
     return m_content.string;
 }
 
-std::optional<PasteboardImage> FakePasteboard::image() const
+void FakePasteboard::readImage(std::function<void(std::optional<PasteboardImage>)> done)
 {
-    if (!m_content.image)
-        return std::nullopt;
-    ++m_contentReads;
-    return m_content.image;
+    if (m_content.image)
+        ++m_contentReads;
+    done(m_content.image);
 }
 
 void FakePasteboard::clear() { change({}); }

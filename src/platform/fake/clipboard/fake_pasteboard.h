@@ -31,7 +31,8 @@ public:
     QStringList types() const override;
     QList<QUrl> fileUrls() const override;
     std::optional<QString> string() const override;
-    std::optional<PasteboardImage> image() const override;
+    // Answers before returning.
+    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override;
     void clear() override;
     void writeString(const QString &text) override;
     // Treats empty bytes as a picture that does not decode; pixel sizes are not known here.

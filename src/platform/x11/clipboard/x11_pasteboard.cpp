@@ -2,10 +2,12 @@
 
 #include "platform/x11/clipboard/canonical_png.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QMimeData>
+#include <QThreadPool>
 
 namespace tessary {
 
@@ -14,18 +16,35 @@ namespace {
 const QString uriListType = QStringLiteral("text/uri-list");
 // Qt lists every text target the owner offers (UTF8_STRING, STRING, …) under this name.
 const QString textType = QStringLiteral("text/plain");
+const QString pngType = QStringLiteral("image/png");
+// Beyond this, decoding and re-encoding would hold gigabytes; such a picture is not recorded.
+constexpr qint64 maxPixels = 64LL * 1024 * 1024;
 
 // The image type to ask the owner for: PNG when offered, else the first one Qt decodes.
 std::optional<QString> readableImageType(const QStringList &types)
 {
-    if (types.contains(QStringLiteral("image/png")))
-        return QStringLiteral("image/png");
+    if (types.contains(pngType))
+        return pngType;
     static const QList<QByteArray> decodable = QImageReader::supportedMimeTypes();
     for (const QString &type : types) {
         if (type.startsWith(QStringLiteral("image/")) && decodable.contains(type.toLatin1()))
             return type;
     }
     return std::nullopt;
+}
+
+// Reads the header first, so that an oversized picture costs nothing to refuse.
+QImage decodeWithinLimit(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    if (!size.isValid() || qint64(size.width()) * size.height() > maxPixels)
+        return {};
+    reader.setAllocationLimit(0);
+    return reader.read();
 }
 
 } // namespace
@@ -83,17 +102,28 @@ std::optional<QString> X11Pasteboard::string() const
     return data->text();
 }
 
-std::optional<PasteboardImage> X11Pasteboard::image() const
+void X11Pasteboard::readImage(std::function<void(std::optional<PasteboardImage>)> done)
 {
     const QMimeData *data = content();
-    if (!data)
-        return std::nullopt;
-    if (const auto type = readableImageType(types()))
-        return CanonicalPng::encode(QImage::fromData(data->data(*type)));
-    // Our own write, still in process: Qt keeps it as an image object.
-    if (data->hasImage())
-        return CanonicalPng::encode(qvariant_cast<QImage>(data->imageData()));
-    return std::nullopt;
+    QByteArray bytes;
+    QImage own;
+    if (data) {
+        if (const auto type = readableImageType(types()))
+            bytes = data->data(*type);
+        else if (data->hasImage())
+            // Our own write, still in process: Qt keeps it as an image object.
+            own = qvariant_cast<QImage>(data->imageData());
+    }
+    if (bytes.isEmpty() && own.isNull()) {
+        done(std::nullopt);
+        return;
+    }
+    // The application object outlives the pool's tasks: its destructor waits for them.
+    QThreadPool::globalInstance()->start([bytes = std::move(bytes), own = std::move(own), done = std::move(done)] {
+        auto image = CanonicalPng::encode(own.isNull() ? decodeWithinLimit(bytes) : own);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [done, image = std::move(image)] { done(image); }, Qt::QueuedConnection);
+    });
 }
 
 void X11Pasteboard::clear() { m_clipboard->clear(QClipboard::Clipboard); }
@@ -107,11 +137,15 @@ void X11Pasteboard::writeString(const QString &text)
 
 void X11Pasteboard::writeImage(const QByteArray &png)
 {
-    const QImage image = QImage::fromData(png, "PNG");
-    if (image.isNull())
+    // Served as it is: decoding a large picture here would stall the caller.
+    QBuffer buffer;
+    buffer.setData(png);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "png");
+    if (!reader.canRead() || !reader.size().isValid())
         return;
     auto *data = new QMimeData;
-    data->setImageData(image);
+    data->setData(pngType, png);
     m_clipboard->setMimeData(data, QClipboard::Clipboard);
 }
 

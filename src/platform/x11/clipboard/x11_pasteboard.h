@@ -25,7 +25,8 @@ public:
     QStringList types() const override;
     QList<QUrl> fileUrls() const override;
     std::optional<QString> string() const override;
-    std::optional<PasteboardImage> image() const override;
+    // Fetches the picture on the main thread; decodes and encodes it on Qt's global thread pool.
+    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override;
     void clear() override;
     void writeString(const QString &text) override;
     void writeImage(const QByteArray &png) override;
