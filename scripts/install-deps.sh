@@ -10,14 +10,14 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev libicu-dev libglib2.0-dev
   # X11 / xcb
   libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-xtest0-dev
-  libxcb-xinput-dev libxcb-keysyms1-dev libxcb-xfixes0-dev libxcb-res0-dev
+  libxcb-xinput-dev libxcb-keysyms1-dev libxcb-xkb-dev libxcb-xfixes0-dev libxcb-res0-dev
   libx11-dev libx11-xcb-dev libxtst-dev libxi-dev libxrandr-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev
   # quality gates: clazy over src/, libFuzzer targets (bench/fuzz.sh)
   clazy clang libclang-rt-14-dev
   # the test X session and its real clients
-  xvfb xauth openbox xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
+  xvfb xauth x11-xkb-utils openbox xfwm4 xfconf dbus-daemon i3-wm xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
 )
 
 missing=()

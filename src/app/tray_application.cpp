@@ -6,7 +6,6 @@
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
-#include "platform/x11/app/evdev_key_positions.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
@@ -16,6 +15,7 @@
 #include "platform/x11/launcher/home_walk_file_search.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
@@ -84,14 +84,14 @@ int runTrayApplication(int argc, char **argv)
     X11Workspace workspace(*x11);
     X11Screens screens(*x11);
     X11MouseMonitor mouse(*x11);
-    X11HotKeyService hotKeys(*x11);
+    X11KeyPositions keyPositions(*x11);
+    X11HotKeyService hotKeys(*x11, keyPositions);
     X11Pasteboard pasteboard;
     X11KeystrokeSender keystrokes(*x11);
     SettingsKeyValueStore defaults;
     GioDesktopOpener opener;
     HomeWalkFileSearch fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
-    EvdevKeyPositions keyPositions;
     XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
         fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem};

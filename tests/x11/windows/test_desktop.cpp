@@ -128,10 +128,10 @@ void TestDesktop::sendToWindowManager(xcb_window_t client, const char *type, std
     xcb_flush(m_x11->connection());
 }
 
-bool TestDesktop::xdotool(const QStringList &arguments)
+bool TestDesktop::run(const QString &program, const QStringList &arguments)
 {
     QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
+    process.start(program, arguments);
     return process.waitForFinished(5000) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 

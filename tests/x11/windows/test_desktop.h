@@ -47,7 +47,9 @@ public:
     void activate(xcb_window_t client);
 
     // Runs xdotool with `arguments` (on the test display) and waits for it.
-    bool xdotool(const QStringList &arguments);
+    bool xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
+    // Runs `program` (on the test display) and waits for it; true when it succeeded.
+    static bool run(const QString &program, const QStringList &arguments);
     // Processes events until `condition` holds or `timeoutMs` passes.
     static bool waitFor(const std::function<bool()> &condition, int timeoutMs = 3000);
 

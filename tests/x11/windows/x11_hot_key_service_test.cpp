@@ -1,4 +1,5 @@
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 
 #include "test_desktop.h"
 
@@ -17,7 +18,8 @@ constexpr quint32 allFour = KeyCombo::control | KeyCombo::option | KeyCombo::shi
 class HotKeys : public ::testing::Test {
 protected:
     HotKeys()
-        : service(desktop.x11())
+        : positions(desktop.x11())
+        , service(desktop.x11(), positions)
     {
         service.setPressedHandler([this](quint32 id) { ++presses[id]; });
     }
@@ -31,6 +33,7 @@ protected:
     }
 
     TestDesktop desktop;
+    X11KeyPositions positions;
     X11HotKeyService service;
     QHash<quint32, int> presses;
 };
@@ -115,6 +118,83 @@ TEST_F(HotKeys, anUnregisteredCombinationNoLongerFiresAndCanBeRegisteredAgain)
     EXPECT_TRUE(pressAndWait("ctrl+alt+a", 3));
 }
 
+// The keyboard mapping of the test server for the life of the object, set as
+// users set theirs; the US layout on evdev key codes comes back afterwards.
+class KeyboardMapping {
+public:
+    explicit KeyboardMapping(const QStringList &setxkbmapArguments)
+    {
+        m_set = TestDesktop::run(QStringLiteral("setxkbmap"), setxkbmapArguments);
+    }
+    ~KeyboardMapping()
+    {
+        TestDesktop::run(QStringLiteral("setxkbmap"),
+            {QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-variant"), QString(),
+                QStringLiteral("-option"), QString()});
+    }
+    KeyboardMapping(const KeyboardMapping &) = delete;
+    KeyboardMapping &operator=(const KeyboardMapping &) = delete;
+    bool isSet() const { return m_set; }
+
+private:
+    bool m_set = false;
+};
+
+using HotKeysOnLayouts = HotKeys;
+
+// X keycode 30 is the key right of Y on the QWERTY row (XKB <AD07>) on evdev
+// key codes; xdotool presses a number as that key code, whatever it types.
+constexpr const char *physicalU = "ctrl+alt+30";
+constexpr quint32 positionOfU = 32;
+
+TEST_F(HotKeysOnLayouts, theKeyAtAPositionFiresInEveryLayout)
+{
+    const QStringList layouts[] = {{QStringLiteral("ru,us")}, {QStringLiteral("de")}, {QStringLiteral("fr")},
+        {QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-variant"), QStringLiteral("dvorak")},
+        {QStringLiteral("gr")}};
+    quint32 id = 1;
+    for (const QStringList &layout : layouts) {
+        SCOPED_TRACE(layout.join(QLatin1Char(' ')).toStdString());
+        const KeyboardMapping mapping(layout);
+        ASSERT_TRUE(mapping.isSet());
+        const auto reference = service.registerHotKey({positionOfU, controlOption}, id);
+        ASSERT_TRUE(reference);
+        EXPECT_EQ(positions.keyCode(30), int(positionOfU));
+        EXPECT_TRUE(pressAndWait(physicalU, id));
+        service.unregisterHotKey(*reference);
+        ++id;
+    }
+}
+
+TEST_F(HotKeysOnLayouts, keepsFiringWhenTheLayoutChangesWhileRegistered)
+{
+    ASSERT_TRUE(service.registerHotKey({positionOfU, controlOption}, 1));
+    const KeyboardMapping russianFirst({QStringLiteral("ru,us")});
+    ASSERT_TRUE(russianFirst.isSet());
+    EXPECT_TRUE(pressAndWait(physicalU, 1));
+    // Switching to the second group, as a layout switcher does.
+    const KeyboardMapping usLocked(
+        {QStringLiteral("ru,us"), QStringLiteral("-option"), QStringLiteral("grp:lwin_toggle")});
+    ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), QStringLiteral("ISO_Next_Group")}));
+    EXPECT_TRUE(pressAndWait(physicalU, 1));
+}
+
+TEST_F(HotKeysOnLayouts, aKeyThatMovesOnTheNewKeyboardIsGrabbedWhereItIsNow)
+{
+    ASSERT_TRUE(service.registerHotKey({123, controlOption}, 1));
+    EXPECT_EQ(positions.keyCode(113), 123);
+    // The service hears of the change first: it connected first.
+    bool changed = false;
+    QObject::connect(&positions, &X11KeyPositions::keyboardChanged, [&] { changed = true; });
+    // Other key codes: Left is 100 there, not 113.
+    const KeyboardMapping xfree86({QStringLiteral("-keycodes"), QStringLiteral("xfree86"), QStringLiteral("us")});
+    ASSERT_TRUE(xfree86.isSet());
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return changed; }));
+    EXPECT_EQ(positions.keyCode(100), 123);
+    EXPECT_EQ(positions.keyCode(113), -1);
+    EXPECT_TRUE(pressAndWait("ctrl+alt+Left", 1));
+}
+
 // Another X client, with a connection of its own.
 class OtherClient {
 public:
@@ -163,7 +243,7 @@ TEST_F(HotKeys, aCombinationAnotherClientHoldsIsRefusedAndLeavesNothingGrabbed)
 
 TEST_F(HotKeys, grabsAreReleasedWithTheService)
 {
-    auto second = std::make_unique<X11HotKeyService>(desktop.x11());
+    auto second = std::make_unique<X11HotKeyService>(desktop.x11(), positions);
     ASSERT_TRUE(second->registerHotKey({123, controlOption}, 1));
     OtherClient other;
     EXPECT_FALSE(other.grab(other.keycodeOfLeft(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1));

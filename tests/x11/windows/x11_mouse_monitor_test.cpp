@@ -43,6 +43,32 @@ TEST(X11MouseMonitor, seesLeftPressesAndReleasesAnywhereWithoutGrabbing)
     xcb_disconnect(other);
 }
 
+TEST(X11MouseMonitor, followsALeftHandedButtonMap)
+{
+    TestDesktop desktop;
+    X11MouseMonitor monitor(desktop.x11());
+    int downs = 0, ups = 0;
+    ASSERT_TRUE(monitor.start([&] { ++downs; }, [&] { ++ups; }));
+    const auto setMap = [](const char *map) {
+        return TestDesktop::run(
+            QStringLiteral("xmodmap"), {QStringLiteral("-e"), QStringLiteral("pointer = %1").arg(QLatin1String(map))});
+    };
+    ASSERT_TRUE(setMap("3 2 1"));
+    // The physical right button is the primary one once the map has arrived.
+    const bool seen = TestDesktop::waitFor([&] {
+        desktop.xdotool({QStringLiteral("click"), QStringLiteral("3")});
+        return TestDesktop::waitFor([&] { return ups > 0; }, 200);
+    });
+    // The left one is not: only the right click after it is reported.
+    downs = ups = 0;
+    desktop.xdotool({QStringLiteral("click"), QStringLiteral("1"), QStringLiteral("click"), QStringLiteral("3")});
+    const bool rightOnly = TestDesktop::waitFor([&] { return ups == 1; });
+    setMap("default");
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(rightOnly);
+    EXPECT_EQ(downs, 1);
+}
+
 TEST(X11MouseMonitor, startsOnceAndKeepsItsFirstCallbacks)
 {
     TestDesktop desktop;

@@ -1,8 +1,10 @@
 #include "platform/x11/windows/size_hints.h"
 #include "platform/x11/windows/strut_area.h"
+#include "platform/x11/windows/work_areas.h"
 #include "platform/x11/windows/x11_screens.h"
 
 #include "foreign_window.h"
+#include "root_property.h"
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
@@ -90,6 +92,38 @@ INSTANTIATE_TEST_SUITE_P(TwoMonitors, StrutAreas,
         StrutCase{"outsideTheSpan", {bottomPanel(30, 2000, 2100)}, left, right}),
     [](const auto &test) { return std::string(test.param.name); });
 
+struct WorkAreaCase {
+    const char *name;
+    WorkAreaHints hints;
+    QRect leftUsable, rightUsable;
+};
+
+void PrintTo(const WorkAreaCase &c, std::ostream *os) { *os << c.name; }
+
+class WorkAreas : public ::testing::TestWithParam<WorkAreaCase> { };
+
+TEST_P(WorkAreas, takeEachMonitorsOwnAreaFirstThenStrutsThenTheDesktopWideOne)
+{
+    const WorkAreaCase &c = GetParam();
+    EXPECT_EQ(usableArea(left, root, c.hints), c.leftUsable);
+    EXPECT_EQ(usableArea(right, root, c.hints), c.rightUsable);
+}
+
+const QRect belowTopBar(0, 32, 1920, 1048);
+
+INSTANTIATE_TEST_SUITE_P(TwoMonitors, WorkAreas,
+    ::testing::Values(WorkAreaCase{"nothing", {}, left, right},
+        // Listed in another order than the monitors.
+        WorkAreaCase{"perMonitor", {{right, belowTopBar}, {}, {}}, belowTopBar, right},
+        WorkAreaCase{
+            "perMonitorOverStruts", {{belowTopBar, right}, {bottomPanel(30, 0, 1919)}, {}}, belowTopBar, right},
+        WorkAreaCase{"strutsOverDesktopWide", {{}, {bottomPanel(30, 0, 1919)}, QRect(0, 0, 3360, 1050)},
+            QRect(0, 0, 1920, 1050), right},
+        WorkAreaCase{"desktopWideOnly", {{}, {}, QRect(0, 40, 3360, 1040)}, QRect(0, 40, 1920, 1040),
+            QRect(1920, 40, 1440, 860)},
+        WorkAreaCase{"desktopWideOutside", {{}, {}, QRect(5000, 0, 10, 10)}, left, right}),
+    [](const auto &test) { return std::string(test.param.name); });
+
 struct HintsCase {
     const char *name;
     SizeHints hints;
@@ -143,6 +177,18 @@ TEST(X11Screens, aPanelOnOneMonitorShrinksOnlyThatMonitor)
     const QList<ScreenInfo> screens = x11Screens.screens();
     EXPECT_EQ(screens[0].visible, (Rect{0, 0, 1920, 1080}));
     EXPECT_EQ(screens[1].visible, (Rect{1920, 210, 1440, 870}));
+}
+
+TEST(X11Screens, aTopBarPublishedPerMonitorShrinksOnlyThePrimary)
+{
+    TestDesktop desktop;
+    // As GNOME Shell publishes a 32-pixel bar on the primary monitor.
+    const RootProperty bar("_GTK_WORKAREAS_D0", "0, 32, 1920, 1048, 1920, 0, 1440, 900");
+    ASSERT_TRUE(bar.isSet());
+    const QList<ScreenInfo> screens = X11Screens(desktop.x11()).screens();
+    ASSERT_EQ(screens.size(), 2);
+    EXPECT_EQ(screens[0].visible, (Rect{0, 0, 1920, 1048}));
+    EXPECT_EQ(screens[1].visible, screens[1].frame);
 }
 
 struct PointerCase {

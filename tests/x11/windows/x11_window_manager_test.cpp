@@ -6,14 +6,17 @@
 #include "core/windows/window_manager.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
+#include "root_property.h"
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <vector>
@@ -141,6 +144,40 @@ TEST_F(WindowManagerOnX11, restoreBringsBackTheFrameBeforeTheFirstSnap)
     EXPECT_EQ(desktop.managedFrame(xterm.window), first);
 }
 
+TEST_F(WindowManagerOnX11, aTopBarPublishedForThePrimaryKeepsMaximizedAndTopWindowsBelowItThereOnly)
+{
+    const RootProperty bar("_GTK_WORKAREAS_D0", "0, 32, 1920, 1048, 1920, 0, 1440, 900");
+    ASSERT_TRUE(bar.isSet());
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    for (const Layout layout : {Layout::maximize, Layout::topHalf, Layout::topLeft}) {
+        SCOPED_TRACE(rawValue(layout).toStdString());
+        ASSERT_TRUE(apply(layout, xlogo).succeeded());
+        const QRect frame = desktop.managedFrame(xlogo.window);
+        EXPECT_EQ(frame, target(layout, 0));
+        EXPECT_EQ(frame.top(), 32 + int(gap));
+    }
+    EXPECT_FALSE(manager.moveToDisplay(true));
+    ASSERT_TRUE(apply(Layout::topHalf, xlogo).succeeded());
+    EXPECT_EQ(desktop.managedFrame(xlogo.window).top(), int(gap));
+}
+
+// A tiling window manager decides sizes itself: the snap fails, and says so
+// within the bound a write waits for the window manager.
+TEST_F(WindowManagerOnX11, aTilingWindowManagerRefusesTheSnapInTime)
+{
+    if (qEnvironmentVariable("TESSARY_TEST_WM") != QLatin1String("i3"))
+        GTEST_SKIP() << "needs a tiling window manager";
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    const QRect tiled = desktop.managedFrame(xlogo.window);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(apply(Layout::topLeft, xlogo), WindowManager::ApplyResult(WindowManager::Failure::cannotMove));
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), tiled);
+}
+
 TEST_F(WindowManagerOnX11, aFullScreenWindowIsRefused)
 {
     const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
@@ -154,7 +191,8 @@ TEST_F(WindowManagerOnX11, aHotKeyPressSnapsTheFrontWindow)
 {
     const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
     ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
-    X11HotKeyService service(desktop.x11());
+    X11KeyPositions positions(desktop.x11());
+    X11HotKeyService service(desktop.x11(), positions);
     HotKeyCenter center(service);
     const auto id = center.registerHotKey({124, KeyCombo::control | KeyCombo::option}, [this] {
         if (const auto front = AX::frontWindow(workspace, accessibility))

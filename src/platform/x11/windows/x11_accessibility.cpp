@@ -11,6 +11,7 @@ X11Accessibility::X11Accessibility(X11Connection &x11)
     : m_x11(x11)
     , m_apps(x11)
     , m_frames(x11)
+    , m_history(x11)
 {
 }
 
@@ -35,12 +36,32 @@ std::optional<WindowId> X11Accessibility::focusedWindow(const RunningApp &app) c
     const xcb_window_t active = clients.activeWindow();
     if (active != XCB_WINDOW_NONE && clients.isApplicationWindow(active) && belongsTo(active, app))
         return active;
+    const QList<xcb_window_t> managed = clients.clientList();
+    const quint32 currentDesktop
+        = X11Properties::cardinals(m_x11.connection(), m_x11.root(), m_x11.atom("_NET_CURRENT_DESKTOP"))
+              .value_or(QList<quint32>{0})
+              .value(0);
+    for (const xcb_window_t window : m_history.recentFirst()) {
+        if (window != active && isCandidate(window, app, managed, currentDesktop))
+            return window;
+    }
     for (const xcb_window_t window : clients.stackingTopFirst()) {
-        if (window != active && clients.isApplicationWindow(window) && !clients.hasState(window, "_NET_WM_STATE_HIDDEN")
-            && belongsTo(window, app))
+        if (window != active && isCandidate(window, app, managed, currentDesktop))
             return window;
     }
     return std::nullopt;
+}
+
+bool X11Accessibility::isCandidate(
+    xcb_window_t window, const RunningApp &app, const QList<xcb_window_t> &managed, quint32 currentDesktop) const
+{
+    constexpr quint32 allDesktops = 0xFFFFFFFF;
+    const X11Clients &clients = m_apps.clients();
+    if (!managed.contains(window) || !clients.isApplicationWindow(window)
+        || clients.hasState(window, "_NET_WM_STATE_HIDDEN") || !belongsTo(window, app))
+        return false;
+    const auto desktop = X11Properties::cardinals(m_x11.connection(), window, m_x11.atom("_NET_WM_DESKTOP"));
+    return !desktop || desktop->isEmpty() || desktop->first() == currentDesktop || desktop->first() == allDesktops;
 }
 
 bool X11Accessibility::belongsTo(xcb_window_t window, const RunningApp &app) const

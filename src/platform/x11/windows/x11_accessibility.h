@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/platform/accessibility.h"
+#include "platform/x11/windows/x11_activation_history.h"
 #include "platform/x11/windows/x11_apps.h"
 #include "platform/x11/windows/x11_window_frames.h"
 
@@ -19,8 +20,9 @@ public:
     bool requestTrust() override;
     void openPrivacySettings() override;
 
-    // The active window when it belongs to `app`, else the topmost visible
-    // application window of `app`.
+    // The active window when it belongs to `app` (not so while one of our own
+    // panels is active), else the window of `app` on the current desktop that
+    // was active last, else its topmost visible window there.
     std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
     std::optional<Rect> frame(WindowId window) const override;
     bool setFrame(WindowId window, const Rect &frame) override;
@@ -30,10 +32,14 @@ public:
 private:
     QPoint primaryOrigin() const;
     bool belongsTo(xcb_window_t window, const RunningApp &app) const;
+    // A managed, shown application window of `app` on the current desktop.
+    bool isCandidate(
+        xcb_window_t window, const RunningApp &app, const QList<xcb_window_t> &managed, quint32 currentDesktop) const;
 
     X11Connection &m_x11;
     X11Apps m_apps;
     X11WindowFrames m_frames;
+    X11ActivationHistory m_history;
 };
 
 } // namespace tessary

@@ -1,8 +1,7 @@
 #include "platform/x11/windows/x11_hot_key_service.h"
 
+#include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_windows_logging.h"
-
-#include "platform/x11/windows/key_positions.h"
 
 #include <QCoreApplication>
 
@@ -30,37 +29,52 @@ std::array<uint16_t, 4> lockVariants(uint16_t numLockMask)
 
 } // namespace
 
-X11HotKeyService::X11HotKeyService(X11Connection &x11)
+X11HotKeyService::X11HotKeyService(X11Connection &x11, X11KeyPositions &positions)
     : m_x11(x11)
+    , m_positions(positions)
 {
     QCoreApplication::instance()->installNativeEventFilter(this);
+    m_keyboardChanged
+        = QObject::connect(&positions, &X11KeyPositions::keyboardChanged, &positions, [this] { regrabMovedKeys(); });
 }
 
 X11HotKeyService::~X11HotKeyService()
 {
-    for (const Grab &grab : std::as_const(m_grabs))
-        ungrab(grab);
+    // The key positions may outlive this service.
+    QObject::disconnect(m_keyboardChanged);
+    for (const Grab &grab : std::as_const(m_grabs)) {
+        if (grab.keycode)
+            ungrab(grab);
+    }
     m_x11.sync();
     if (auto *app = QCoreApplication::instance())
         app->removeNativeEventFilter(this);
-}
-
-void X11HotKeyService::KeySymbolsDeleter::operator()(xcb_key_symbols_t *symbols) const
-{
-    xcb_key_symbols_free(symbols);
 }
 
 void X11HotKeyService::setPressedHandler(std::function<void(quint32 id)> handler) { m_handler = std::move(handler); }
 
 std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, quint32 id)
 {
-    const std::optional<quint32> keysym = KeyPositions::keysym(combo.keyCode);
-    const std::optional<xcb_keycode_t> keycode = keysym ? keycodeFor(*keysym) : std::nullopt;
-    if (!keycode)
+    const Grab grab = grabFor(combo, id);
+    if (!grab.keycode)
         return std::nullopt;
-    const ModifierMasks masks = keyboard().masks;
+    for (const Grab &held : std::as_const(m_grabs)) {
+        if (held.keycode == grab.keycode && held.modifiers == grab.modifiers)
+            return std::nullopt;
+    }
+    if (!sendGrab(grab))
+        return std::nullopt;
+    const quint64 reference = m_nextReference++;
+    m_grabs.insert(reference, grab);
+    return reference;
+}
+
+X11HotKeyService::Grab X11HotKeyService::grabFor(const KeyCombo &combo, quint32 id)
+{
+    const ModifierMasks masks = currentMasks();
     Grab grab;
-    grab.keycode = *keycode;
+    grab.combo = combo;
+    grab.keycode = m_positions.nativeKey(combo.keyCode).value_or(0);
     grab.locks = XCB_MOD_MASK_LOCK | masks.numLock;
     grab.id = id;
     if (combo.modifiers & KeyCombo::control)
@@ -71,13 +85,13 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
         grab.modifiers |= XCB_MOD_MASK_SHIFT;
     if (combo.modifiers & KeyCombo::command)
         grab.modifiers |= masks.super;
-    for (const Grab &held : std::as_const(m_grabs)) {
-        if (held.keycode == grab.keycode && held.modifiers == grab.modifiers)
-            return std::nullopt;
-    }
+    return grab;
+}
 
+bool X11HotKeyService::sendGrab(const Grab &grab)
+{
     xcb_connection_t *connection = m_x11.connection();
-    const std::array<uint16_t, 4> variants = lockVariants(masks.numLock);
+    const std::array<uint16_t, 4> variants = lockVariants(grab.locks & ~XCB_MOD_MASK_LOCK);
     // All four grabs go out before any answer is awaited: one round trip per combination.
     std::array<xcb_void_cookie_t, 4> cookies;
     for (size_t i = 0; i < variants.size(); ++i) {
@@ -97,11 +111,26 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
         // Ungrabbing a variant another client holds leaves that client's grab alone.
         ungrab(grab);
         xcb_flush(connection);
-        return std::nullopt;
     }
-    const quint64 reference = m_nextReference++;
-    m_grabs.insert(reference, grab);
-    return reference;
+    return !refused;
+}
+
+void X11HotKeyService::regrabMovedKeys()
+{
+    m_masks.reset();
+    for (Grab &held : m_grabs) {
+        const Grab moved = grabFor(held.combo, held.id);
+        if (moved.keycode == held.keycode && moved.modifiers == held.modifiers && moved.locks == held.locks)
+            continue;
+        if (held.keycode)
+            ungrab(held);
+        held = moved;
+        if (held.keycode && !sendGrab(held)) {
+            qCWarning(lcX11Windows) << "hot key" << held.combo.display() << "is taken on the new keyboard";
+            held.keycode = 0;
+        }
+    }
+    xcb_flush(m_x11.connection());
 }
 
 void X11HotKeyService::unregisterHotKey(quint64 reference)
@@ -109,7 +138,8 @@ void X11HotKeyService::unregisterHotKey(quint64 reference)
     const auto found = m_grabs.constFind(reference);
     if (found == m_grabs.cend())
         return;
-    ungrab(*found);
+    if (found->keycode)
+        ungrab(*found);
     m_x11.sync();
     m_grabs.erase(found);
 }
@@ -127,10 +157,6 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
         return false;
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     const uint8_t type = event->response_type & 0x7f;
-    if (type == XCB_MAPPING_NOTIFY) {
-        m_keyboard.reset();
-        return false;
-    }
     if (type == XCB_KEY_RELEASE) {
         if (static_cast<const xcb_key_release_event_t *>(message)->detail == m_heldKey)
             m_heldKey = 0;
@@ -140,7 +166,8 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
         return false;
     const auto *press = static_cast<const xcb_key_press_event_t *>(message);
     for (const Grab &grab : std::as_const(m_grabs)) {
-        if (press->detail == grab.keycode && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
+        if (grab.keycode && press->detail == grab.keycode
+            && (press->state & coreModifiers & ~grab.locks) == grab.modifiers) {
             // A repeat follows its press within the auto-repeat delay; the
             // bound keeps a lost release from silencing the key for good.
             const bool repeated = m_heldKey == press->detail && press->time - m_heldSince < repeatWindowMs;
@@ -154,24 +181,22 @@ bool X11HotKeyService::nativeEventFilter(const QByteArray &eventType, void *mess
     return false;
 }
 
-const X11HotKeyService::Keyboard &X11HotKeyService::keyboard()
+const X11HotKeyService::ModifierMasks &X11HotKeyService::currentMasks()
 {
-    if (!m_keyboard) {
-        Keyboard keyboard;
-        keyboard.symbols.reset(xcb_key_symbols_alloc(m_x11.connection()));
-        keyboard.masks = readModifierMasks(keyboard.symbols.get());
-        m_keyboard = std::move(keyboard);
-    }
-    return *m_keyboard;
+    if (!m_masks)
+        m_masks = readModifierMasks();
+    return *m_masks;
 }
 
-X11HotKeyService::ModifierMasks X11HotKeyService::readModifierMasks(xcb_key_symbols_t *symbols) const
+X11HotKeyService::ModifierMasks X11HotKeyService::readModifierMasks() const
 {
     ModifierMasks masks;
     xcb_connection_t *connection = m_x11.connection();
     auto *reply = xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr);
     if (!reply)
         return masks;
+    const std::unique_ptr<xcb_key_symbols_t, decltype(&xcb_key_symbols_free)> symbols(
+        xcb_key_symbols_alloc(connection), &xcb_key_symbols_free);
     const xcb_keycode_t *keycodes = xcb_get_modifier_mapping_keycodes(reply);
     const int perModifier = reply->keycodes_per_modifier;
     bool altFound = false;
@@ -182,7 +207,7 @@ X11HotKeyService::ModifierMasks X11HotKeyService::readModifierMasks(xcb_key_symb
             const xcb_keycode_t keycode = keycodes[index * perModifier + k];
             if (keycode == 0)
                 continue;
-            const xcb_keysym_t sym = xcb_key_symbols_get_keysym(symbols, keycode, 0);
+            const xcb_keysym_t sym = xcb_key_symbols_get_keysym(symbols.get(), keycode, 0);
             if (sym == altL || sym == altR) {
                 masks.alt = mask;
                 altFound = true;
@@ -197,22 +222,6 @@ X11HotKeyService::ModifierMasks X11HotKeyService::readModifierMasks(xcb_key_symb
     }
     std::free(reply);
     return masks;
-}
-
-std::optional<xcb_keycode_t> X11HotKeyService::keycodeFor(quint32 keysym)
-{
-    xcb_key_symbols_t *symbols = keyboard().symbols.get();
-    if (!symbols)
-        return std::nullopt;
-    const xcb_setup_t *setup = xcb_get_setup(m_x11.connection());
-    // A key that gives the symbol unshifted first: that is the key position.
-    for (int column = 0; column < 2; ++column) {
-        for (int keycode = setup->min_keycode; keycode <= setup->max_keycode; ++keycode) {
-            if (xcb_key_symbols_get_keysym(symbols, xcb_keycode_t(keycode), column) == keysym)
-                return xcb_keycode_t(keycode);
-        }
-    }
-    return std::nullopt;
 }
 
 } // namespace tessary

@@ -5,27 +5,27 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QHash>
+#include <QMetaObject>
 
-#include <memory>
 #include <optional>
-
-struct _XCBKeySymbols;
-typedef struct _XCBKeySymbols xcb_key_symbols_t;
 
 namespace tessary {
 
 // Hot keys as passive key grabs on the root window. A combination is grabbed
-// on the key that carries its ANSI position's symbol in the current keyboard
-// mapping, with Ctrl, Alt, Shift and Super as control, option, shift and
+// on the key at its ANSI position (whatever that key types in the current
+// layout), with Ctrl, Alt, Shift and Super as control, option, shift and
 // command, once for each state of Caps Lock and Num Lock so that the locks
 // never stop a hot key. A combination some other client (or this service)
-// already holds is refused and nothing of it stays grabbed. The grabs end with
-// the object. Holding a hot key down fires it once (auto-repeat is ignored
+// already holds is refused and nothing of it stays grabbed. When the keyboard
+// changes, the keys and modifier masks are read anew and the grabs that moved
+// are redone. The grabs end with the object. Holding a hot key down fires it once (auto-repeat is ignored
 // where the server reports repeats without releases, as it does for Qt's
 // connection). Needs the application object; main thread only.
+class X11KeyPositions;
+
 class X11HotKeyService final : public HotKeyService, private QAbstractNativeEventFilter {
 public:
-    explicit X11HotKeyService(X11Connection &x11);
+    X11HotKeyService(X11Connection &x11, X11KeyPositions &positions);
     ~X11HotKeyService() override;
 
     X11HotKeyService(const X11HotKeyService &) = delete;
@@ -37,6 +37,8 @@ public:
 
 private:
     struct Grab {
+        KeyCombo combo;
+        // 0 while the keyboard has no key at the combination's position.
         xcb_keycode_t keycode = 0;
         uint16_t modifiers = 0;
         // Lock bits left out when matching a press (Caps Lock, Num Lock).
@@ -49,23 +51,21 @@ private:
         uint16_t super = XCB_MOD_MASK_4;
     };
 
-    struct KeySymbolsDeleter {
-        void operator()(xcb_key_symbols_t *symbols) const;
-    };
-    // The keyboard mapping as last read; dropped when the server announces a new one.
-    struct Keyboard {
-        std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter> symbols;
-        ModifierMasks masks;
-    };
-
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    const Keyboard &keyboard();
-    ModifierMasks readModifierMasks(xcb_key_symbols_t *symbols) const;
-    std::optional<xcb_keycode_t> keycodeFor(quint32 keysym);
+    // The modifier masks as last read; dropped when the keyboard changes.
+    const ModifierMasks &currentMasks();
+    ModifierMasks readModifierMasks() const;
+    // The grab of `combo` on the current keyboard (keycode 0 when it has no such key).
+    Grab grabFor(const KeyCombo &combo, quint32 id);
+    // Sends the four lock variants of `grab`; true when the server took them all.
+    bool sendGrab(const Grab &grab);
     void ungrab(const Grab &grab);
+    void regrabMovedKeys();
 
     X11Connection &m_x11;
-    std::optional<Keyboard> m_keyboard;
+    X11KeyPositions &m_positions;
+    QMetaObject::Connection m_keyboardChanged;
+    std::optional<ModifierMasks> m_masks;
     std::function<void(quint32)> m_handler;
     QHash<quint64, Grab> m_grabs;
     // The key of a hot key that is down: its auto-repeated presses do not fire.

@@ -9,11 +9,6 @@
 #include <cstdlib>
 
 namespace tessary {
-namespace {
-
-constexpr uint32_t leftButton = 1;
-
-} // namespace
 
 X11MouseMonitor::X11MouseMonitor(X11Connection &x11)
     : m_x11(x11)
@@ -34,6 +29,7 @@ bool X11MouseMonitor::start(std::function<void()> onLeftDown, std::function<void
         return true;
     if (!selectRawButtons())
         return false;
+    m_primaryButton = readPrimaryButton();
     m_onLeftDown = std::move(onLeftDown);
     m_onLeftUp = std::move(onLeftUp);
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -78,17 +74,40 @@ bool X11MouseMonitor::selectRawButtons()
     return true;
 }
 
+uint8_t X11MouseMonitor::readPrimaryButton() const
+{
+    xcb_connection_t *connection = m_x11.connection();
+    auto *reply = xcb_get_pointer_mapping_reply(connection, xcb_get_pointer_mapping(connection), nullptr);
+    if (!reply)
+        return 1;
+    const uint8_t *map = xcb_get_pointer_mapping_map(reply);
+    uint8_t primary = 1;
+    for (int physical = 0; physical < reply->map_len; ++physical) {
+        if (map[physical] == 1) {
+            primary = uint8_t(physical + 1);
+            break;
+        }
+    }
+    std::free(reply);
+    return primary;
+}
+
 bool X11MouseMonitor::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
     if (eventType != "xcb_generic_event_t")
         return false;
+    if ((static_cast<const xcb_generic_event_t *>(message)->response_type & 0x7f) == XCB_MAPPING_NOTIFY) {
+        if (static_cast<const xcb_mapping_notify_event_t *>(message)->request == XCB_MAPPING_POINTER)
+            m_primaryButton = readPrimaryButton();
+        return false;
+    }
     const auto *event = static_cast<const xcb_ge_generic_event_t *>(message);
     if ((event->response_type & 0x7f) != XCB_GE_GENERIC || event->extension != m_opcode)
         return false;
     if (event->event_type != XCB_INPUT_RAW_BUTTON_PRESS && event->event_type != XCB_INPUT_RAW_BUTTON_RELEASE)
         return false;
     const auto *raw = static_cast<const xcb_input_raw_button_press_event_t *>(message);
-    if (raw->detail != leftButton)
+    if (raw->detail != m_primaryButton)
         return false;
     const std::function<void()> &callback = event->event_type == XCB_INPUT_RAW_BUTTON_PRESS ? m_onLeftDown : m_onLeftUp;
     if (callback)

@@ -7,10 +7,13 @@
 
 namespace tessary {
 
-// Left button presses and releases anywhere on the screen, from XInput 2.2
+// Primary button presses and releases anywhere on the screen, from XInput 2.2
 // raw events selected on the root window: nothing is grabbed, and the events
-// keep coming while the window manager holds the pointer for a drag. The
-// callbacks run inside Qt's event dispatch. Needs the application object.
+// keep coming while the window manager holds the pointer for a drag. Raw
+// events carry the physical button, so the pointer's button map (a
+// left-handed one swaps 1 and 3) tells which one acts as button 1; it is read
+// again when it changes. The callbacks run inside Qt's event dispatch. Needs
+// the application object.
 class X11MouseMonitor final : public MouseMonitor, private QAbstractNativeEventFilter {
 public:
     explicit X11MouseMonitor(X11Connection &x11);
@@ -26,10 +29,13 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
     bool selectRawButtons();
+    // The physical button the pointer's map turns into button 1.
+    uint8_t readPrimaryButton() const;
 
     X11Connection &m_x11;
     bool m_started = false;
     uint8_t m_opcode = 0;
+    uint8_t m_primaryButton = 1;
     std::function<void()> m_onLeftDown;
     std::function<void()> m_onLeftUp;
 };

@@ -30,11 +30,11 @@ QList<ScreenInfo> X11Screens::screens() const
     if (monitors.isEmpty())
         return {};
     const QSize root = rootSize();
-    const QList<Strut> reserved = struts();
+    const WorkAreaHints hints = workAreaHints(root);
     QList<ScreenInfo> result;
     for (const QRect &monitor : monitors)
         result.append(
-            {toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, reserved), monitors.first())});
+            {toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, hints), monitors.first())});
     return result;
 }
 
@@ -63,9 +63,34 @@ QSize X11Screens::rootSize() const
     return size;
 }
 
-QList<Strut> X11Screens::struts() const
+WorkAreaHints X11Screens::workAreaHints(QSize root) const
 {
-    const QSize root = rootSize();
+    xcb_connection_t *connection = m_x11.connection();
+    const quint32 desktop = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom("_NET_CURRENT_DESKTOP"))
+                                .value_or(QList<quint32>{0})
+                                .value(0);
+    WorkAreaHints hints;
+    const QByteArray gtkName = "_GTK_WORKAREAS_D" + QByteArray::number(desktop);
+    const QList<quint32> perMonitor
+        = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom(gtkName)).value_or(QList<quint32>{});
+    for (qsizetype i = 0; i + 3 < perMonitor.size(); i += 4)
+        hints.perMonitor.append(
+            QRect(int(perMonitor[i]), int(perMonitor[i + 1]), int(perMonitor[i + 2]), int(perMonitor[i + 3])));
+    if (!hints.perMonitor.isEmpty())
+        return hints;
+    hints.struts = struts(root);
+    const QList<quint32> desktopWide
+        = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom("_NET_WORKAREA")).value_or(QList<quint32>{});
+    if (desktopWide.size() >= qsizetype(desktop + 1) * 4) {
+        const qsizetype i = qsizetype(desktop) * 4;
+        hints.desktopWide
+            = QRect(int(desktopWide[i]), int(desktopWide[i + 1]), int(desktopWide[i + 2]), int(desktopWide[i + 3]));
+    }
+    return hints;
+}
+
+QList<Strut> X11Screens::struts(QSize root) const
+{
     const xcb_atom_t partial = m_x11.atom("_NET_WM_STRUT_PARTIAL");
     const xcb_atom_t full = m_x11.atom("_NET_WM_STRUT");
     QList<Strut> result;

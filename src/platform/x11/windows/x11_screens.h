@@ -1,15 +1,16 @@
 #pragma once
 
 #include "core/platform/screens.h"
-#include "platform/x11/windows/strut_area.h"
+#include "platform/x11/windows/work_areas.h"
 #include "platform/x11/windows/x11_clients.h"
 
 namespace tessary {
 
 // Screens over RandR monitors, the primary first. Each monitor's usable area
-// leaves out the struts that panels and docks reserve on it (not the single
-// desktop-wide _NET_WORKAREA). Everything is read afresh on each call. Main
-// thread only.
+// is what the desktop publishes for it (_GTK_WORKAREAS_D<n> of the current
+// desktop), else what the panels' and docks' struts leave of it, else its
+// part of _NET_WORKAREA. Everything is read afresh on each call, so panels,
+// monitors and desktop switches are always current. Main thread only.
 class X11Screens final : public Screens {
 public:
     explicit X11Screens(X11Connection &x11);
@@ -19,7 +20,8 @@ public:
 
 private:
     QSize rootSize() const;
-    QList<Strut> struts() const;
+    WorkAreaHints workAreaHints(QSize root) const;
+    QList<Strut> struts(QSize root) const;
 
     X11Connection &m_x11;
     X11Clients m_clients;
