@@ -15,11 +15,15 @@
 #include "platform/fake/memory_key_value_store.h"
 #include "platform/fake/windows/fake_desktop.h"
 #include "platform/fake/windows/fake_hot_key_service.h"
+#include "ui/settings/action_recorder.h"
+#include "ui/settings/settings_window.h"
 #include "ui/toast.h"
 #include "ui/tray_menu.h"
 
 #include <QFile>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -241,17 +245,17 @@ TEST_F(AppControllerTest, theAccessibilityPromptComesOnlyOnTheFirstUntrustedLaun
 
     controller().launchApp({QStringLiteral("--show"), QStringLiteral("clipboard")});
     EXPECT_FALSE(defaults.boolean(asked)) << "--show ends start-up before the prompt";
-    EXPECT_FALSE(controller().trayMenu().menu()->isVisible());
+    EXPECT_EQ(controller().settingsWindow(), nullptr);
     destroyController();
 
     controller().launchApp({});
     EXPECT_EQ(defaults.boolean(asked), true);
-    EXPECT_TRUE(controller().trayMenu().menu()->isVisible()) << "brought forward in place of the settings window";
-    controller().trayMenu().menu()->hide();
+    ASSERT_NE(controller().settingsWindow(), nullptr);
+    EXPECT_TRUE(controller().settingsWindow()->isVisible());
     destroyController();
 
     controller().launchApp({});
-    EXPECT_FALSE(controller().trayMenu().menu()->isVisible());
+    EXPECT_EQ(controller().settingsWindow(), nullptr);
 }
 
 TEST_F(AppControllerTest, aMenuChoiceRunsItsActionAfterTheMenuHasClosed)
@@ -348,14 +352,43 @@ TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
     EXPECT_EQ(hotKeys.registrationCount(), 19);
 }
 
-TEST_F(AppControllerTest, forwardedArgumentsDriveTheMenuOrBringItForward)
+TEST_F(AppControllerTest, forwardedArgumentsDriveTheMenuOrShowTheSettings)
 {
     controller().launchApp({});
     controller().onForwarded({QStringLiteral("--menu"), QStringLiteral("Pause Clipboard History")});
     EXPECT_TRUE(controller().clipboard().paused());
     controller().onForwarded({});
-    EXPECT_TRUE(controller().trayMenu().menu()->isVisible());
-    controller().trayMenu().menu()->hide();
+    ASSERT_NE(controller().settingsWindow(), nullptr);
+    EXPECT_TRUE(controller().settingsWindow()->isVisible());
+}
+
+TEST_F(AppControllerTest, aRegisteredCombinationIsRecordedInsteadOfFiredAndRegisteredAfterwards)
+{
+    controller().launchApp({QStringLiteral("--show"), QStringLiteral("launcher")});
+    ASSERT_TRUE(controller().trayMenu().settingsItem()->isEnabled());
+    controller().openSettings();
+    ASSERT_NE(controller().settingsWindow(), nullptr);
+    SettingsWindow *first = controller().settingsWindow();
+    controller().showSettings();
+    EXPECT_EQ(controller().settingsWindow(), first);
+
+    const KeyCombo maximize = defaultCombo(HotAction::maximize);
+    auto *recorder = controller().settingsWindow()->findChild<ActionRecorder *>(QStringLiteral("recorder.leftHalf"));
+    controller().settingsWindow()->tabs()->setCurrentIndex(1);
+    QTest::mouseClick(recorder, Qt::LeftButton);
+    EXPECT_TRUE(controller().suspended());
+    EXPECT_FALSE(hotKeys.press(maximize));
+    // Return, the key of the maximize shortcut, at X keycode 36.
+    keyPositions.codes.insert(36, 36);
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::ControlModifier | Qt::AltModifier, 36, 0, 0);
+    QApplication::sendEvent(recorder, &event);
+
+    EXPECT_FALSE(controller().suspended());
+    EXPECT_EQ(controller().settings().combo(HotAction::leftHalf), maximize);
+    EXPECT_TRUE(hotKeys.isRegistered(maximize));
+    EXPECT_FALSE(hotKeys.isRegistered(defaultCombo(HotAction::leftHalf)));
+    EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::maximize});
+    EXPECT_FALSE(logText().contains(QLatin1String("shortcut fired: maximize")));
 }
 
 } // namespace

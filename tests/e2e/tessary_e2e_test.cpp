@@ -2,6 +2,7 @@
 // through real clients (xdotool, xclip, xwininfo, xprop) and the files it writes.
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRect>
 #include <QRegularExpression>
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <functional>
 #include <optional>
 
 namespace {
@@ -209,6 +211,94 @@ TEST_F(Tessary, terminationSignalsLandTheHistoryAndTheNextStartClearsInterrupted
         EXPECT_EQ(tessary.exitCode(), 0) << signal;
         EXPECT_TRUE(history().contains(QString::fromLatin1(text))) << signal;
     }
+}
+
+} // namespace
+
+namespace {
+
+// The settings window, brought forward by a second start; its X id.
+quint64 openSettings(const std::function<int(const QStringList &)> &startAgain)
+{
+    if (startAgain({}) != 0)
+        return 0;
+    quint64 window = 0;
+    const bool shown = QTest::qWaitFor([&] {
+        window = xdotool({QStringLiteral("search"), QStringLiteral("--name"), QStringLiteral("^Tessary Settings$")})
+                     .toULongLong();
+        return window != 0 && xdotool({QStringLiteral("getactivewindow")}).toULongLong() == window;
+    });
+    return shown ? window : 0;
+}
+
+// A click at a point of the settings window's client area. The points are
+// where the fixed 680x540 layout puts the controls.
+void clickAt(quint64 window, int x, int y)
+{
+    xdotool({QStringLiteral("mousemove"), QStringLiteral("--window"), QString::number(window), QString::number(x),
+        QString::number(y), QStringLiteral("click"), QStringLiteral("1")});
+    QTest::qWait(300);
+}
+
+const QPoint windowsTab{149, 13};
+const QPoint leftHalfRecorder{564, 108};
+const QPoint loginToggle{35, 152};
+
+TEST_F(Tessary, aSecondStartBringsTheSettingsWindowForwardWithTheKeyboard)
+{
+    const quint64 window = openSettings([this](const QStringList &arguments) { return startAgain(arguments); });
+    ASSERT_NE(window, 0u);
+    EXPECT_EQ(xdotool({QStringLiteral("getactivewindow")}).toULongLong(), window);
+    EXPECT_EQ(outerFrame(window)->width(), 680 + 2);
+}
+
+TEST_F(Tessary, aRecordedShortcutReplacesTheOldOneAtOnce)
+{
+    const quint64 settings = openSettings([this](const QStringList &arguments) { return startAgain(arguments); });
+    ASSERT_NE(settings, 0u);
+    clickAt(settings, windowsTab.x(), windowsTab.y());
+    clickAt(settings, leftHalfRecorder.x(), leftHalfRecorder.y());
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+y")});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return fileText(QStringLiteral(".config/Tessary/Tessary.conf")).contains(QLatin1String("leftHalf")); }));
+
+    QProcess xterm;
+    xterm.start(QStringLiteral("xterm"), {QStringLiteral("-title"), QStringLiteral("tessary-e2e-record")});
+    const quint64 window = xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"),
+                                       QStringLiteral("tessary-e2e-record")})
+                               .toULongLong();
+    ASSERT_NE(window, 0u);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return xdotool({QStringLiteral("getactivewindow")}).toULongLong() == window; }));
+    const std::optional<QRect> before = outerFrame(window);
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+Left")});
+    QTest::qWait(1000);
+    EXPECT_EQ(outerFrame(window), before);
+    EXPECT_FALSE(log().contains(QLatin1String("shortcut fired: leftHalf")));
+
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+y")});
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const std::optional<QRect> frame = outerFrame(window);
+        return frame && frame->topLeft() == QPoint(0, 0) && frame->width() > 940 && frame->width() <= 960;
+    }));
+    EXPECT_TRUE(log().contains(QLatin1String("shortcut fired: leftHalf")));
+    xterm.kill();
+    xterm.waitForFinished();
+}
+
+TEST_F(Tessary, openingAtLoginWritesAndRemovesAnAutostartEntry)
+{
+    const quint64 settings = openSettings([this](const QStringList &arguments) { return startAgain(arguments); });
+    ASSERT_NE(settings, 0u);
+    const QString entry = QStringLiteral(".config/autostart/tessary.desktop");
+    clickAt(settings, loginToggle.x(), loginToggle.y());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !fileText(entry).isEmpty(); }));
+    const QString exec = fileText(entry).section(QLatin1String("\nExec="), 1).section(QLatin1Char('\n'), 0, 0);
+    EXPECT_TRUE(exec == QLatin1String("tessary")
+        || exec == QLatin1Char('"') + QFileInfo(QStringLiteral(TESSARY_BINARY)).canonicalFilePath() + QLatin1Char('"'))
+        << exec.toStdString();
+
+    clickAt(settings, loginToggle.x(), loginToggle.y());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(home.filePath(entry)); }));
 }
 
 } // namespace

@@ -23,6 +23,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
@@ -48,10 +49,7 @@ template <typename T> T *withText(QWidget *root, const QString &text)
 
 class SettingsWindowTest : public ::testing::Test {
 protected:
-    SettingsWindowTest()
-    {
-        positions.codes = {{upKey, 126}, {yKey, 16}};
-    }
+    SettingsWindowTest() { positions.codes = {{upKey, 126}, {yKey, 16}}; }
 
     SettingsWindow &window()
     {
@@ -109,8 +107,9 @@ TEST_F(SettingsWindowTest, opensWithFiveTabsInATitledWindow)
         labels << tabs->tabText(i);
         EXPECT_FALSE(tabs->tabIcon(i).isNull());
     }
-    EXPECT_EQ(labels, (QStringList{QStringLiteral("General"), QStringLiteral("Windows"), QStringLiteral("Clipboard"),
-                          QStringLiteral("Launcher"), QStringLiteral("Snippets")}));
+    EXPECT_EQ(labels,
+        (QStringList{QStringLiteral("General"), QStringLiteral("Windows"), QStringLiteral("Clipboard"),
+            QStringLiteral("Launcher"), QStringLiteral("Snippets")}));
     EXPECT_EQ(window().windowsTab()->findChildren<ActionRecorder *>().size(), 18);
 }
 
@@ -178,8 +177,9 @@ TEST_F(SettingsWindowTest, clearingEverythingAsksFirst)
         withText<QPushButton>(tab, QStringLiteral("Clear everything"))->click();
         ASSERT_NE(tab->confirmation(), nullptr);
         EXPECT_EQ(tab->confirmation()->text(), QStringLiteral("Delete all clipboard history, including pinned items?"));
-        QAbstractButton *button = confirm ? withText<QPushButton>(tab->confirmation(), QStringLiteral("Delete everything"))
-                                          : tab->confirmation()->button(QMessageBox::Cancel);
+        QAbstractButton *button = confirm
+            ? withText<QPushButton>(tab->confirmation(), QStringLiteral("Delete everything"))
+            : tab->confirmation()->button(QMessageBox::Cancel);
         button->click();
         EXPECT_EQ(clipboard.items().size(), confirm ? 0 : 1);
     }
@@ -200,7 +200,8 @@ TEST_F(SettingsWindowTest, webSearchesAreEditedInPlaceAndResetToTheSevenDefaults
 
     withText<QPushButton>(tab, QStringLiteral("Reset to defaults"))->click();
     EXPECT_EQ(settings.data().webSearches, WebSearch::defaults());
-    EXPECT_EQ(name->text(), QStringLiteral("Google"));
+    EXPECT_EQ(withText<QLineEdit>(tab, QStringLiteral("Google!")), nullptr);
+    EXPECT_NE(withText<QLineEdit>(tab, QStringLiteral("Google")), nullptr);
 }
 
 TEST_F(SettingsWindowTest, theFailedSectionListsTakenShortcutsSortedByAction)
@@ -223,8 +224,9 @@ TEST_F(SettingsWindowTest, theFailedSectionListsTakenShortcutsSortedByAction)
         if (label->text().contains(QLatin1String("already used")))
             rows << label->text();
     }
-    EXPECT_EQ(rows, (QStringList{QStringLiteral("Center (Ctrl+Alt+C) is already used by the desktop or another app."),
-                        QStringLiteral("Maximize () is already used by the desktop or another app.")}));
+    EXPECT_EQ(rows,
+        (QStringList{QStringLiteral("Center (Ctrl+Alt+C) is already used by the desktop or another app."),
+            QStringLiteral("Maximize () is already used by the desktop or another app.")}));
 }
 
 TEST_F(SettingsWindowTest, openingAtLoginShowsTheRealStateAndFailures)

@@ -83,11 +83,11 @@ const QHash<std::uint32_t, QString> &KeyCombo::keyNames()
 QString KeyCombo::keyWord(std::uint32_t code)
 {
     // The names Linux desktops print on keys and in their shortcut settings.
-    static const QHash<std::uint32_t, QString> words = {{123, QStringLiteral("Left")},
-        {124, QStringLiteral("Right")}, {126, QStringLiteral("Up")}, {125, QStringLiteral("Down")},
-        {36, QStringLiteral("Return")}, {51, QStringLiteral("Backspace")}, {48, QStringLiteral("Tab")},
-        {53, QStringLiteral("Esc")}, {117, QStringLiteral("Delete")}, {115, QStringLiteral("Home")},
-        {119, QStringLiteral("End")}, {116, QStringLiteral("Page Up")}, {121, QStringLiteral("Page Down")}};
+    static const QHash<std::uint32_t, QString> words = {{123, QStringLiteral("Left")}, {124, QStringLiteral("Right")},
+        {126, QStringLiteral("Up")}, {125, QStringLiteral("Down")}, {36, QStringLiteral("Return")},
+        {51, QStringLiteral("Backspace")}, {48, QStringLiteral("Tab")}, {53, QStringLiteral("Esc")},
+        {117, QStringLiteral("Delete")}, {115, QStringLiteral("Home")}, {119, QStringLiteral("End")},
+        {116, QStringLiteral("Page Up")}, {121, QStringLiteral("Page Down")}};
     if (const auto word = words.constFind(code); word != words.cend())
         return *word;
     const auto name = keyNames().constFind(code);

@@ -12,8 +12,7 @@ ActionRecorder::ActionRecorder(const SettingsServices &services, HotAction actio
 {
     setObjectName(QStringLiteral("recorder.") + rawValue(action));
     setCombo(services.settings.combo(action));
-    connect(&services.settings, &AppSettings::changed, this,
-        [this] { setCombo(m_services.settings.combo(m_action)); });
+    connect(&services.settings, &AppSettings::changed, this, [this] { setCombo(m_services.settings.combo(m_action)); });
     onChange = [this](const std::optional<KeyCombo> &combo) { m_services.settings.set(combo, m_action); };
     onRecording = [this](bool recording) {
         if (m_services.setSuspended)

@@ -6,7 +6,6 @@
 #include "ui/settings/action_recorder.h"
 #include "ui/settings/settings_form.h"
 #include "ui/settings/settings_services.h"
-#include "ui/symbol_icons.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -102,7 +101,7 @@ ClipboardTab::ClipboardTab(const SettingsServices &services, QWidget *parent)
 
     QGroupBox *excluded = SettingsForm::section(QStringLiteral("Never record copies from"), this);
     m_excludedRows = new QVBoxLayout;
-    m_excludedRows->setSpacing(4);
+    m_excludedRows->setSpacing(8);
     SettingsForm::sectionLayout(excluded)->addLayout(m_excludedRows);
     auto *add = new QPushButton(QString::fromUtf16(u"Add an app\u2026"), excluded);
     m_addMenu = new QMenu(add);
@@ -112,8 +111,8 @@ ClipboardTab::ClipboardTab(const SettingsServices &services, QWidget *parent)
     addRow->addWidget(add);
     addRow->addStretch(1);
     SettingsForm::sectionLayout(excluded)->addLayout(addRow);
-    SettingsForm::sectionLayout(excluded)->addWidget(
-        SettingsForm::note(QStringLiteral("Items marked as concealed by password managers are always skipped."), excluded));
+    SettingsForm::sectionLayout(excluded)->addWidget(SettingsForm::note(
+        QStringLiteral("Items marked as concealed by password managers are always skipped."), excluded));
     SettingsForm::sectionLayout(excluded)->addWidget(SettingsForm::note(
         QString::fromUtf16(u"Formatting isn\u2019t kept: text is stored and pasted as plain text."), excluded));
     page->addWidget(excluded);
@@ -171,10 +170,7 @@ void ClipboardTab::showExcluded()
         texts->addWidget(new QLabel(appName(id, m_services), row));
         texts->addWidget(SettingsForm::note(id, row));
         layout->addLayout(texts, 1);
-        auto *remove = new QToolButton(row);
-        remove->setIcon(SymbolIcons::icon(QStringLiteral("minus.circle")));
-        remove->setAutoRaise(true);
-        remove->setToolTip(QStringLiteral("Remove"));
+        QToolButton *remove = SettingsForm::removeButton(row);
         connect(remove, &QToolButton::clicked, this, [this, id] {
             SettingsData record = m_services.settings.data();
             record.clipboardExcluded.removeAll(id);
@@ -205,7 +201,7 @@ void ClipboardTab::fillAddMenu()
 
 void ClipboardTab::confirmClearAll()
 {
-    if (m_confirm)
+    if (m_confirm && m_confirm->isVisible())
         return;
     m_confirm = new QMessageBox(QMessageBox::Warning, QStringLiteral("Tessary"),
         QStringLiteral("Delete all clipboard history, including pinned items?"), QMessageBox::NoButton, this);
@@ -217,7 +213,6 @@ void ClipboardTab::confirmClearAll()
         if (button == destroy)
             m_services.clipboard.clear(false);
     });
-    connect(m_confirm, &QObject::destroyed, this, [this] { m_confirm = nullptr; });
     m_confirm->open();
 }
 

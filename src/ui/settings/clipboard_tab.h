@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QMessageBox>
+#include <QPointer>
 #include <QWidget>
 
 class QCheckBox;
 class QComboBox;
 class QLabel;
 class QMenu;
-class QMessageBox;
 class QVBoxLayout;
 
 namespace tessary {
@@ -46,7 +47,7 @@ private:
     QLabel *m_counts = nullptr;
     QVBoxLayout *m_excludedRows = nullptr;
     QMenu *m_addMenu = nullptr;
-    QMessageBox *m_confirm = nullptr;
+    QPointer<QMessageBox> m_confirm;
     QStringList m_shownExcluded;
 };
 

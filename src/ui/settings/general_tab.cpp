@@ -5,7 +5,6 @@
 #include "core/settings/app_settings.h"
 #include "ui/settings/settings_form.h"
 #include "ui/settings/settings_services.h"
-#include "ui/symbol_icons.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -38,7 +37,7 @@ const char *const takenBy = ") is already used by the desktop or another app.";
 QLabel *iconLabel(const QString &symbol, QWidget *parent)
 {
     auto *label = new QLabel(parent);
-    label->setPixmap(SymbolIcons::icon(symbol).pixmap(18, 18));
+    label->setPixmap(SettingsForm::statusIcon(symbol, label).pixmap(18, 18));
     label->setFixedSize(22, 22);
     label->setAlignment(Qt::AlignCenter);
     return label;
@@ -144,9 +143,9 @@ void GeneralTab::showLoginStatus()
 void GeneralTab::refreshTrust()
 {
     const bool trusted = m_services.accessibility.isTrusted();
-    m_trustIcon->setPixmap(
-        SymbolIcons::icon(trusted ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("exclamationmark.triangle.fill"))
-            .pixmap(18, 18));
+    const QString symbol
+        = trusted ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("exclamationmark.triangle.fill");
+    m_trustIcon->setPixmap(SettingsForm::statusIcon(symbol, m_trustIcon).pixmap(18, 18));
     m_trustTitle->setText(QLatin1String(trusted ? trustedText : untrustedText));
     m_trustHint->setVisible(!trusted);
 #ifdef Q_OS_MACOS
@@ -169,7 +168,8 @@ void GeneralTab::setFailed(const QSet<HotAction> &failed)
         layout->addWidget(iconLabel(QStringLiteral("exclamationmark.triangle"), row));
         const std::optional<KeyCombo> combo = m_services.settings.combo(action);
         auto *text = new QLabel(
-            title(action) + QStringLiteral(" (") + (combo ? combo->display() : QString()) + QLatin1String(takenBy), row);
+            title(action) + QStringLiteral(" (") + (combo ? combo->display() : QString()) + QLatin1String(takenBy),
+            row);
         text->setWordWrap(true);
         text->setStyleSheet(SettingsForm::warningStyle());
         layout->addWidget(text, 1);

@@ -4,7 +4,6 @@
 #include "ui/settings/action_recorder.h"
 #include "ui/settings/settings_form.h"
 #include "ui/settings/settings_services.h"
-#include "ui/symbol_icons.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -67,8 +66,8 @@ LauncherTab::LauncherTab(const SettingsServices &services, QWidget *parent)
     m_searchRows = new QVBoxLayout;
     m_searchRows->setSpacing(4);
     SettingsForm::sectionLayout(searches)->addLayout(m_searchRows);
-    SettingsForm::sectionLayout(searches)->addWidget(
-        SettingsForm::note(QStringLiteral("The first one is also offered at the bottom for anything you type."), searches));
+    SettingsForm::sectionLayout(searches)->addWidget(SettingsForm::note(
+        QStringLiteral("The first one is also offered at the bottom for anything you type."), searches));
     auto *buttons = new QHBoxLayout;
     auto *add = new QPushButton(QStringLiteral("Add search"), searches);
     connect(add, &QPushButton::clicked, this, [this] {
@@ -143,10 +142,7 @@ void LauncherTab::showSearches()
         field(nameField, search.name, QStringLiteral("Name"), 120);
         field(urlField, search.url, QStringLiteral("URL with {query}"), 0);
         m_fields.append(fields);
-        auto *remove = new QToolButton(row);
-        remove->setIcon(SymbolIcons::icon(QStringLiteral("minus.circle")));
-        remove->setAutoRaise(true);
-        remove->setToolTip(QStringLiteral("Remove"));
+        QToolButton *remove = SettingsForm::removeButton(row);
         connect(remove, &QToolButton::clicked, this, [this, id = search.id] {
             SettingsData record = m_services.settings.data();
             record.webSearches.removeIf([&id](const WebSearch &entry) { return entry.id == id; });

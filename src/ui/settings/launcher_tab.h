@@ -2,9 +2,9 @@
 
 #include <QList>
 
-#include <array>
 #include <QUuid>
 #include <QWidget>
+#include <array>
 
 class QCheckBox;
 class QLineEdit;

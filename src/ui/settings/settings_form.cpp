@@ -1,8 +1,13 @@
 #include "ui/settings/settings_form.h"
 
+#include "ui/symbol_icons.h"
+
 #include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
 #include <QScrollArea>
+#include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tessary::SettingsForm {
@@ -42,6 +47,28 @@ QVBoxLayout *scrollingPage(QWidget *page)
     scroll->setWidget(content);
     outer->addWidget(scroll);
     return layout;
+}
+
+QIcon statusIcon(const QString &symbol, const QWidget *widget)
+{
+    for (const QString &name : SymbolIcons::themeNames(symbol)) {
+        if (QIcon::hasThemeIcon(name))
+            return SymbolIcons::icon(symbol);
+    }
+    const bool warning = symbol.startsWith(QLatin1String("exclamationmark"));
+    return widget->style()->standardIcon(warning ? QStyle::SP_MessageBoxWarning : QStyle::SP_DialogApplyButton);
+}
+
+QToolButton *removeButton(QWidget *parent)
+{
+    auto *button = new QToolButton(parent);
+    if (QIcon::hasThemeIcon(QStringLiteral("list-remove")))
+        button->setIcon(QIcon::fromTheme(QStringLiteral("list-remove")));
+    else
+        button->setText(QString::fromUtf16(u"\u2212"));
+    button->setAutoRaise(true);
+    button->setToolTip(QStringLiteral("Remove"));
+    return button;
 }
 
 QString warningStyle() { return QStringLiteral("color: #c46a00;"); }

@@ -92,7 +92,8 @@ SnippetsTab::SnippetsTab(const SettingsServices &services, QWidget *parent)
     formLayout->addRow(QStringLiteral("Name"), m_name);
     formLayout->addRow(QStringLiteral("Keyword (type it in the launcher)"), m_keyword);
     formLayout->addRow(m_text);
-    formLayout->addRow(SettingsForm::note(QStringLiteral("Placeholders: {date}  {time}  {datetime}  {clipboard}"), form));
+    formLayout->addRow(
+        SettingsForm::note(QStringLiteral("Placeholders: {date}  {time}  {datetime}  {clipboard}"), form));
     m_editor->addWidget(form);
     page->addWidget(m_editor, 1);
 
@@ -124,11 +125,18 @@ void SnippetsTab::showList()
     m_filling = true;
     m_list->clear();
     for (const Snippet &snippet : m_services.snippets.snippets()) {
-        QString label = snippet.name.isEmpty() ? QStringLiteral("Untitled") : snippet.name;
-        if (!snippet.keyword.isEmpty())
-            label += QLatin1Char('\n') + snippet.keyword;
-        auto *item = new QListWidgetItem(label, m_list);
+        auto *item = new QListWidgetItem(m_list);
         item->setData(idRole, snippet.id);
+        // The name, with the keyword under it in the secondary style.
+        auto *row = new QWidget(m_list);
+        auto *texts = new QVBoxLayout(row);
+        texts->setContentsMargins(6, 4, 6, 4);
+        texts->setSpacing(0);
+        texts->addWidget(new QLabel(snippet.name.isEmpty() ? QStringLiteral("Untitled") : snippet.name, row));
+        if (!snippet.keyword.isEmpty())
+            texts->addWidget(SettingsForm::note(snippet.keyword, row));
+        item->setSizeHint(row->sizeHint());
+        m_list->setItemWidget(item, row);
         if (m_selection && snippet.id == *m_selection)
             m_list->setCurrentItem(item);
     }

@@ -73,7 +73,8 @@ WindowsTab::WindowsTab(const SettingsServices &services, QWidget *parent)
         icon->setAlignment(Qt::AlignCenter);
         icon->setEnabled(false);
         auto *warning = new QLabel(row);
-        warning->setPixmap(SymbolIcons::icon(QStringLiteral("exclamationmark.triangle.fill")).pixmap(16, 16));
+        warning->setPixmap(
+            SettingsForm::statusIcon(QStringLiteral("exclamationmark.triangle.fill"), warning).pixmap(16, 16));
         warning->setToolTip(QStringLiteral("This shortcut conflicts with another one."));
         layout->addWidget(icon);
         layout->addWidget(new QLabel(title(action), row), 1);

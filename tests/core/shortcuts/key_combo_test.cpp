@@ -28,11 +28,11 @@ TEST_P(KeyComboDisplay, showsModifiersInFixedOrderThenTheKey)
 INSTANTIATE_TEST_SUITE_P(Table, KeyComboDisplay,
     ::testing::Values(DisplayCase{123, 6144, u"⌃⌥←", u"Ctrl+Alt+Left"},
         DisplayCase{123, 6400, u"⌃⌥⌘←", u"Ctrl+Alt+Super+Left"},
-        DisplayCase{0, 4096 + 2048 + 512 + 256, u"⌃⌥⇧⌘A", u"Ctrl+Alt+Shift+Super+A"},
-        DisplayCase{122, 0, u"F1", u"F1"}, DisplayCase{111, 0, u"F12", u"F12"},
-        DisplayCase{49, 6144, u"⌃⌥Space", u"Ctrl+Alt+Space"}, DisplayCase{51, 6144, u"⌃⌥⌫", u"Ctrl+Alt+Backspace"},
-        DisplayCase{116, 512, u"⇧⇞", u"Shift+Page Up"}, DisplayCase{200, 6144, u"⌃⌥Key 200", u"Ctrl+Alt+Key 200"},
-        DisplayCase{42, 0, u"\\", u"\\"}, DisplayCase{50, 512, u"⇧`", u"Shift+`"},
+        DisplayCase{0, 4096 + 2048 + 512 + 256, u"⌃⌥⇧⌘A", u"Ctrl+Alt+Shift+Super+A"}, DisplayCase{122, 0, u"F1", u"F1"},
+        DisplayCase{111, 0, u"F12", u"F12"}, DisplayCase{49, 6144, u"⌃⌥Space", u"Ctrl+Alt+Space"},
+        DisplayCase{51, 6144, u"⌃⌥⌫", u"Ctrl+Alt+Backspace"}, DisplayCase{116, 512, u"⇧⇞", u"Shift+Page Up"},
+        DisplayCase{200, 6144, u"⌃⌥Key 200", u"Ctrl+Alt+Key 200"}, DisplayCase{42, 0, u"\\", u"\\"},
+        DisplayCase{50, 512, u"⇧`", u"Shift+`"},
         // Bits other than the four modifiers are ignored.
         DisplayCase{36, 6144 | 1, u"⌃⌥↩", u"Ctrl+Alt+Return"}));
 

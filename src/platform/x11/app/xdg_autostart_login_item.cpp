@@ -32,10 +32,9 @@ QString canonical(const QString &path) { return path.isEmpty() ? QString() : QFi
 } // namespace
 
 XdgAutostartLoginItem::XdgAutostartLoginItem()
-    : XdgAutostartLoginItem(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-                                + QLatin1String("/autostart"),
-          QCoreApplication::applicationFilePath(),
-          QStandardPaths::findExecutable(QString::fromLatin1(programName)))
+    : XdgAutostartLoginItem(
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QLatin1String("/autostart"),
+        QCoreApplication::applicationFilePath(), QStandardPaths::findExecutable(QString::fromLatin1(programName)))
 {
 }
 
