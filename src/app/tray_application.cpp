@@ -111,7 +111,8 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
     XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem, &panelKeyboard, &session};
+        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem, &panelKeyboard,
+        &session};
 
     // Only this instance writes there: what a killed one left mid-write can go.
     const QString data = DataDirectory::defaultPath();

@@ -33,7 +33,7 @@ void SystemCommandsCheck::finish()
     const Done done = std::exchange(m_done, nullptr);
     QStringList available;
     QStringList missing;
-    for (const SystemCommand &command : SystemCommand::sessionTable(*m_session, [](const QString &) { })) {
+    for (const SystemCommand &command : SystemCommand::sessionTable(*m_session, [](const QString &) {})) {
         const bool offered = !command.offered || command.offered();
         (offered ? available : missing).append(command.title);
     }
@@ -43,7 +43,8 @@ void SystemCommandsCheck::finish()
         finding += QStringLiteral("; not offered here: ") + missing.join(QStringLiteral(", "));
     if (available.isEmpty()) {
         done(CheckResult::warning(finding + QLatin1Char('.'),
-            QStringLiteral("Run Tessary in a desktop session with a session bus (D-Bus) to have them in the launcher.")));
+            QStringLiteral(
+                "Run Tessary in a desktop session with a session bus (D-Bus) to have them in the launcher.")));
         return;
     }
     done(CheckResult::passed(finding + QLatin1Char('.')));
