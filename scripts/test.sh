@@ -31,7 +31,8 @@ wait "$clazy" || { cat "$build/clazy.log"; exit 1; }
 cat "$build/clazy.log"
 
 # The same suite optimised and without sanitizers: some faults show only there.
-release=${TESSARY_RELEASE_BUILD:-build/release}
-cmake -S . -B "$release" -G Ninja "${launcher[@]}" -DCMAKE_BUILD_TYPE=Release -DTESSARY_WERROR=ON -DTESSARY_BUILD_BENCH=OFF -DTESSARY_TEST_DISPLAY="${TESSARY_TEST_DISPLAY:-73}" >/dev/null
+# Its own folder: scripts/run.sh configures build/release without tests.
+release=${TESSARY_RELEASE_BUILD:-build/test-release}
+cmake -S . -B "$release" -G Ninja "${launcher[@]}" -DCMAKE_BUILD_TYPE=Release -DTESSARY_WERROR=ON -DTESSARY_BUILD_TESTS=ON -DTESSARY_BUILD_BENCH=OFF -DTESSARY_TEST_DISPLAY="${TESSARY_TEST_DISPLAY:-73}" >/dev/null
 cmake --build "$release" -j "$(nproc)"
 ctest --test-dir "$release" -j "$(nproc)" --output-on-failure "$@"
