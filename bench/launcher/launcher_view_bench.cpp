@@ -80,7 +80,10 @@ void BM_KeystrokeToRepaintedRows(benchmark::State &state)
     view.setFixedWidth(680);
     view.resize(680, 800);
     view.show();
-    QTest::qWaitForWindowExposed(&view);
+    if (!QTest::qWaitForWindowExposed(&view)) {
+        state.SkipWithError("the view was never exposed");
+        return;
+    }
 
     const QString typed = QStringLiteral("text editor");
     std::vector<double> millis;
