@@ -6,14 +6,14 @@ namespace tessary::CommandLine {
 
 namespace {
 
-const QString help = QStringLiteral("help");
-const QString versionName = QStringLiteral("version");
-const QString show = QStringLiteral("show");
-const QString menu = QStringLiteral("menu");
-const QString selftest = QStringLiteral("selftest");
-const QString json = QStringLiteral("json");
-const QString files = QStringLiteral("files");
-const QString query = QStringLiteral("query");
+constexpr QLatin1String help("help");
+constexpr QLatin1String versionName("version");
+constexpr QLatin1String show("show");
+constexpr QLatin1String menu("menu");
+constexpr QLatin1String selftest("selftest");
+constexpr QLatin1String json("json");
+constexpr QLatin1String files("files");
+constexpr QLatin1String query("query");
 
 QCommandLineOption helpOption() { return {{QStringLiteral("h"), help}, QStringLiteral("Prints this help and exits.")}; }
 

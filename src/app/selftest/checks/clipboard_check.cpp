@@ -18,7 +18,7 @@ namespace tessary {
 
 namespace {
 
-const QString concealedType = QStringLiteral("x-kde-passwordManagerHint");
+constexpr QLatin1String concealedType("x-kde-passwordManagerHint");
 
 bool hasXFixes(X11Connection &x11)
 {

@@ -51,8 +51,8 @@ void DisplayCheck::run(Done done)
     const QString finding
         = QStringLiteral("Display %1, %2: %3")
               .arg(qEnvironmentVariable("DISPLAY"),
-                  screens.size() == 1 ? QStringLiteral("1 monitor") : QStringLiteral("%1 monitors").arg(screens.size()))
-              .arg(parts.join(QStringLiteral("; ")));
+                  screens.size() == 1 ? QStringLiteral("1 monitor") : QStringLiteral("%1 monitors").arg(screens.size()),
+                  parts.join(QStringLiteral("; ")));
     if (unusable) {
         done(CheckResult::failure(
             finding, QStringLiteral("A panel or dock reserves a whole monitor: check the struts of your panels.")));

@@ -7,7 +7,7 @@ namespace tessary {
 
 namespace {
 
-const QString terminateOption = QStringLiteral("terminate:ctrl_alt_bksp");
+constexpr QLatin1String terminateOption("terminate:ctrl_alt_bksp");
 // Ctrl+Alt+Backspace as a stored combination: the Backspace position with control and option.
 constexpr KeyCombo sessionEndCombo{51, KeyCombo::control | KeyCombo::option};
 

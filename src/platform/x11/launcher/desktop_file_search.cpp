@@ -19,7 +19,7 @@ DesktopFileSearch::DesktopFileSearch(FileSearchBackend &index, const QString &in
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"), {indexService}};
     hasOwner.send(bus, this, [this](const QDBusMessage &reply) {
         if (succeeded(reply) && !reply.arguments().isEmpty())
-            setIndexRunning(reply.arguments().first().toBool());
+            setIndexRunning(reply.arguments().constFirst().toBool());
     });
 }
 

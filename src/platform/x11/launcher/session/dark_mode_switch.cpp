@@ -157,7 +157,7 @@ void DarkModeSwitch::toggleXfce(QObject *context, std::function<void(bool)> done
     xfconf(QStringLiteral("GetProperty"), {channel, property})
         .send(m_session, context, [session = m_session, context, channel, property, done](const QDBusMessage &reply) {
             const QString current = succeeded(reply) && !reply.arguments().isEmpty()
-                ? reply.arguments().first().value<QDBusVariant>().variant().toString()
+                ? reply.arguments().constFirst().value<QDBusVariant>().variant().toString()
                 : QString();
             const QString next = current.isEmpty() ? QString() : xfceSibling(current);
             if (next.isEmpty()) {

@@ -22,26 +22,26 @@ struct Method {
 };
 
 struct ScreenSaver {
-    QString service;
-    QString path;
-    QString interface;
+    QLatin1String service;
+    QLatin1String path;
+    QLatin1String interface;
 };
 
 // The first one on the bus is the session's.
-const std::array<ScreenSaver, 5> screenSavers{{
-    {QStringLiteral("org.gnome.ScreenSaver"), QStringLiteral("/org/gnome/ScreenSaver"),
-        QStringLiteral("org.gnome.ScreenSaver")},
-    {QStringLiteral("org.mate.ScreenSaver"), QStringLiteral("/org/mate/ScreenSaver"),
-        QStringLiteral("org.mate.ScreenSaver")},
-    {QStringLiteral("org.cinnamon.ScreenSaver"), QStringLiteral("/org/cinnamon/ScreenSaver"),
-        QStringLiteral("org.cinnamon.ScreenSaver")},
-    {QStringLiteral("org.xfce.ScreenSaver"), QStringLiteral("/org/xfce/ScreenSaver"),
-        QStringLiteral("org.xfce.ScreenSaver")},
-    {QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("/ScreenSaver"),
-        QStringLiteral("org.freedesktop.ScreenSaver")},
+constexpr std::array<ScreenSaver, 5> screenSavers{{
+    {QLatin1String("org.gnome.ScreenSaver"), QLatin1String("/org/gnome/ScreenSaver"),
+        QLatin1String("org.gnome.ScreenSaver")},
+    {QLatin1String("org.mate.ScreenSaver"), QLatin1String("/org/mate/ScreenSaver"),
+        QLatin1String("org.mate.ScreenSaver")},
+    {QLatin1String("org.cinnamon.ScreenSaver"), QLatin1String("/org/cinnamon/ScreenSaver"),
+        QLatin1String("org.cinnamon.ScreenSaver")},
+    {QLatin1String("org.xfce.ScreenSaver"), QLatin1String("/org/xfce/ScreenSaver"),
+        QLatin1String("org.xfce.ScreenSaver")},
+    {QLatin1String("org.freedesktop.ScreenSaver"), QLatin1String("/ScreenSaver"),
+        QLatin1String("org.freedesktop.ScreenSaver")},
 }};
 
-const QString logind = QStringLiteral("org.freedesktop.login1");
+constexpr QLatin1String logind("org.freedesktop.login1");
 
 DBusCall logindCall(const QString &method, QVariantList arguments)
 {
@@ -137,7 +137,7 @@ void DesktopSessionControl::probe()
             ++m_pendingProbes;
             busCall(method).send(bus, this, [this, into](const QDBusMessage &reply) {
                 if (succeeded(reply) && !reply.arguments().isEmpty()) {
-                    const QStringList list = reply.arguments().first().toStringList();
+                    const QStringList list = reply.arguments().constFirst().toStringList();
                     into->unite(QSet<QString>(list.begin(), list.end()));
                 }
                 onProbed();
@@ -148,11 +148,14 @@ void DesktopSessionControl::probe()
     names(m_environment.systemBus, &m_systemNames);
     const std::pair<Action, QString> questions[] = {{Action::sleep, QStringLiteral("CanSuspend")},
         {Action::restart, QStringLiteral("CanReboot")}, {Action::shutdown, QStringLiteral("CanPowerOff")}};
-    for (const auto &[action, method] : questions) {
+    for (const auto &question : questions) {
+        const Action action = question.first;
+        const QString &method = question.second;
         ++m_pendingProbes;
         logindCall(method, {}).send(m_environment.systemBus, this, [this, action](const QDBusMessage &reply) {
-            const QString answer
-                = succeeded(reply) && !reply.arguments().isEmpty() ? reply.arguments().first().toString() : QString();
+            const QString answer = succeeded(reply) && !reply.arguments().isEmpty()
+                ? reply.arguments().constFirst().toString()
+                : QString();
             if (answer == QLatin1String("yes") || answer == QLatin1String("challenge"))
                 m_logindCan.insert(action);
             onProbed();

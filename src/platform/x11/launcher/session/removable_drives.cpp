@@ -15,16 +15,16 @@ namespace {
 // Object path → interface → property, as the ObjectManager reports them.
 using Objects = QMap<QString, QMap<QString, QVariantMap>>;
 
-const QString driveInterface = QStringLiteral("org.freedesktop.UDisks2.Drive");
-const QString blockInterface = QStringLiteral("org.freedesktop.UDisks2.Block");
-const QString filesystemInterface = QStringLiteral("org.freedesktop.UDisks2.Filesystem");
+constexpr QLatin1String driveInterface("org.freedesktop.UDisks2.Drive");
+constexpr QLatin1String blockInterface("org.freedesktop.UDisks2.Block");
+constexpr QLatin1String filesystemInterface("org.freedesktop.UDisks2.Filesystem");
 
 Objects parse(const QDBusMessage &reply)
 {
     Objects objects;
     if (!succeeded(reply) || reply.arguments().isEmpty())
         return objects;
-    const auto argument = reply.arguments().first().value<QDBusArgument>();
+    const auto argument = reply.arguments().constFirst().value<QDBusArgument>();
     argument.beginMap();
     while (!argument.atEnd()) {
         QDBusObjectPath path;
