@@ -91,7 +91,7 @@ protected:
     {
         std::optional<QStringList> answer;
         backend.start(text, [&answer](const QStringList &paths) { answer = paths; });
-        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 10000));
+        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 30000));
         return answer;
     }
 
