@@ -49,4 +49,17 @@ xcb_atom_t X11Connection::atom(const QByteArray &name)
     return value;
 }
 
+void X11Connection::watchRootProperties()
+{
+    const auto cookie = xcb_get_window_attributes(m_connection, m_root);
+    if (auto *attributes = xcb_get_window_attributes_reply(m_connection, cookie, nullptr)) {
+        if (!(attributes->your_event_mask & XCB_EVENT_MASK_PROPERTY_CHANGE)) {
+            const uint32_t mask = attributes->your_event_mask | XCB_EVENT_MASK_PROPERTY_CHANGE;
+            xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
+            xcb_flush(m_connection);
+        }
+        std::free(attributes);
+    }
+}
+
 } // namespace tessary

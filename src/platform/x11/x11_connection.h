@@ -20,6 +20,9 @@ public:
     xcb_connection_t *connection() const { return m_connection; }
     Display *display() const { return m_display; }
     xcb_window_t root() const { return m_root; }
+    // Adds property changes on the root to whatever this connection (Qt's)
+    // already listens to there.
+    void watchRootProperties();
     xcb_screen_t *screen() const { return m_screen; }
 
     // Waits until the server has processed every request sent so far, so that

@@ -4,8 +4,6 @@
 
 #include <QCoreApplication>
 
-#include <cstdlib>
-
 namespace tessary {
 namespace {
 
@@ -18,18 +16,7 @@ X11ActivationHistory::X11ActivationHistory(X11Connection &x11)
     : m_x11(x11)
     , m_activeWindowAtom(x11.atom("_NET_ACTIVE_WINDOW"))
 {
-    // Add property changes on the root to whatever this connection (Qt's)
-    // already listens to there.
-    xcb_connection_t *connection = x11.connection();
-    const auto cookie = xcb_get_window_attributes(connection, x11.root());
-    if (auto *attributes = xcb_get_window_attributes_reply(connection, cookie, nullptr)) {
-        if (!(attributes->your_event_mask & XCB_EVENT_MASK_PROPERTY_CHANGE)) {
-            const uint32_t mask = attributes->your_event_mask | XCB_EVENT_MASK_PROPERTY_CHANGE;
-            xcb_change_window_attributes(connection, x11.root(), XCB_CW_EVENT_MASK, &mask);
-            xcb_flush(connection);
-        }
-        std::free(attributes);
-    }
+    x11.watchRootProperties();
     QCoreApplication::instance()->installNativeEventFilter(this);
     recordActiveWindow();
 }
