@@ -3,10 +3,13 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPalette>
 #include <QPixmap>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <optional>
 
 namespace tessary {
@@ -64,7 +67,26 @@ std::optional<QRectF> filledPart(const QString &symbol)
     return *found;
 }
 
-void drawSymbol(QPainter &painter, const QString &symbol, double size)
+// A gear: eight square teeth around a ring.
+void drawGear(QPainter &painter, double size)
+{
+    const QPointF centre(size / 2, size / 2);
+    const double outer = size * 0.46;
+    const double inner = size * 0.34;
+    const int teeth = 8;
+    QPolygonF outline;
+    for (int i = 0; i < teeth * 4; ++i) {
+        // Each tooth: two points out, then two points in, a quarter step apart.
+        const double angle = (i - 0.5) * std::numbers::pi / (teeth * 2);
+        const double radius = (i % 4 < 2) ? outer : inner;
+        outline << centre + QPointF(std::cos(angle) * radius, std::sin(angle) * radius);
+    }
+    painter.drawPolygon(outline);
+    painter.drawEllipse(centre, size * 0.13, size * 0.13);
+}
+
+// Draws the symbols that have a picture of their own; false for any other.
+bool drawKnownSymbol(QPainter &painter, const QString &symbol, double size)
 {
     const double pen = std::max(1.0, size / 16);
     const QRectF outline(pen, size * 0.18, size - 2 * pen, size * 0.64);
@@ -77,7 +99,7 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
         painter.fillRect(QRectF(inner.x() + part->x() * inner.width(), inner.y() + part->y() * inner.height(),
                              part->width() * inner.width(), part->height() * inner.height()),
             ink);
-        return;
+        return true;
     }
     if (symbol.startsWith(QLatin1String("rectangle.split."))) {
         const int columns = symbol.endsWith(QLatin1String("3x1")) ? 3 : 2;
@@ -91,19 +113,19 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
             const double y = outline.y() + outline.height() * r / rows;
             painter.drawLine(QPointF(outline.left(), y), QPointF(outline.right(), y));
         }
-        return;
+        return true;
     }
     if (symbol == QLatin1String("display.2")) {
         painter.drawRect(QRectF(pen, size * 0.2, size * 0.5, size * 0.4));
         painter.drawRect(QRectF(size * 0.45, size * 0.4, size * 0.5, size * 0.4));
-        return;
+        return true;
     }
     if (symbol == QLatin1String("text.alignleft")) {
         for (const double line : {0.0, 1.0, 2.0, 3.0}) {
             const double y = size * (0.22 + line * 0.19);
             painter.drawLine(QPointF(size * 0.12, y), QPointF(size * (line == 3 ? 0.6 : line == 1 ? 0.75 : 0.88), y));
         }
-        return;
+        return true;
     }
     if (symbol == QLatin1String("doc") || symbol == QLatin1String("doc.on.clipboard")) {
         const bool clipboard = symbol == QLatin1String("doc.on.clipboard");
@@ -120,7 +142,7 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
                 QPointF(page.right() - fold, page.top() + fold), QPointF(page.right(), page.top() + fold)}));
         for (const double y : {0.45, 0.6, 0.75})
             painter.drawLine(QPointF(size * 0.32, size * y), QPointF(size * 0.68, size * y));
-        return;
+        return true;
     }
     if (symbol == QLatin1String("photo")) {
         const QRectF frame(pen, size * 0.16, size - 2 * pen, size * 0.68);
@@ -129,7 +151,7 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
             QPointF(size * 0.38, size * 0.45), QPointF(size * 0.58, size * 0.65), QPointF(size * 0.72, size * 0.52),
             QPointF(frame.right(), frame.bottom() - size * 0.12)}));
         painter.drawEllipse(QPointF(size * 0.72, size * 0.32), size * 0.06, size * 0.06);
-        return;
+        return true;
     }
     if (symbol == QLatin1String("tray")) {
         const QRectF box(pen, size * 0.3, size - 2 * pen, size * 0.5);
@@ -137,15 +159,57 @@ void drawSymbol(QPainter &painter, const QString &symbol, double size)
         painter.drawPolyline(QPolygonF({QPointF(box.left(), size * 0.55), QPointF(size * 0.34, size * 0.55),
             QPointF(size * 0.4, size * 0.65), QPointF(size * 0.6, size * 0.65), QPointF(size * 0.66, size * 0.55),
             QPointF(box.right(), size * 0.55)}));
-        return;
+        return true;
+    }
+    if (symbol == QLatin1String("gearshape")) {
+        drawGear(painter, size);
+        return true;
+    }
+    if (symbol == QLatin1String("magnifyingglass")) {
+        painter.drawEllipse(QPointF(size * 0.42, size * 0.42), size * 0.27, size * 0.27);
+        painter.setPen(QPen(ink, pen * 2, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(size * 0.62, size * 0.62), QPointF(size * 0.88, size * 0.88));
+        return true;
+    }
+    if (symbol == QLatin1String("text.append")) {
+        // Lines of text and a plus where more is added.
+        for (const double y : {0.2, 0.4})
+            painter.drawLine(QPointF(size * 0.1, size * y), QPointF(size * 0.9, size * y));
+        painter.drawLine(QPointF(size * 0.1, size * 0.6), QPointF(size * 0.5, size * 0.6));
+        painter.drawLine(QPointF(size * 0.58, size * 0.78), QPointF(size * 0.9, size * 0.78));
+        painter.drawLine(QPointF(size * 0.74, size * 0.62), QPointF(size * 0.74, size * 0.94));
+        return true;
+    }
+    if (symbol == QLatin1String("arrow.uturn.backward")) {
+        QPainterPath path(QPointF(size * 0.3, size * 0.8));
+        path.lineTo(size * 0.62, size * 0.8);
+        path.arcTo(QRectF(size * 0.44, size * 0.3, size * 0.5, size * 0.5), -90, 180);
+        path.lineTo(size * 0.14, size * 0.3);
+        painter.drawPath(path);
+        painter.drawPolyline(QPolygonF(
+            {QPointF(size * 0.32, size * 0.12), QPointF(size * 0.14, size * 0.3), QPointF(size * 0.32, size * 0.48)}));
+        return true;
+    }
+    if (symbol == QLatin1String("minus.circle")) {
+        painter.drawEllipse(QRectF(pen, pen, size - 2 * pen, size - 2 * pen));
+        painter.drawLine(QPointF(size * 0.28, size * 0.5), QPointF(size * 0.72, size * 0.5));
+        return true;
     }
     if (symbol == QLatin1String("pin.fill")) {
         painter.setBrush(ink);
         painter.drawEllipse(QRectF(size * 0.3, size * 0.05, size * 0.4, size * 0.4));
         painter.drawLine(QPointF(size * 0.5, size * 0.45), QPointF(size * 0.5, size * 0.95));
-        return;
+        return true;
     }
+    return false;
+}
+
+void drawSymbol(QPainter &painter, const QString &symbol, double size)
+{
+    if (drawKnownSymbol(painter, symbol, size))
+        return;
     // Anything else: a round badge with the symbol's first letter.
+    const double pen = std::max(1.0, size / 16);
     painter.drawEllipse(QRectF(pen, pen, size - 2 * pen, size - 2 * pen));
     QFont font = painter.font();
     font.setPixelSize(int(size * 0.55));
