@@ -87,6 +87,11 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
     connect(m_trayMenu.get(), &TrayMenu::pauseChosen, this, &AppController::togglePause);
     connect(m_trayMenu.get(), &TrayMenu::settingsChosen, this, &AppController::openSettings);
     connect(m_trayMenu.get(), &TrayMenu::quitChosen, this, [] { QCoreApplication::quit(); });
+    // What the new keyboard took or freed shows in the settings at once.
+    connect(m_hotKeys.get(), &HotKeyCenter::keyboardChanged, this, [this] {
+        if (!m_suspended)
+            registerHotkeys();
+    });
     // The check mark follows the store, whoever changes the flag.
     connect(m_clipboard.get(), &ClipboardStore::pausedChanged, this,
         [this](bool paused) { m_trayMenu->pauseItem()->setChecked(paused); });
@@ -171,17 +176,28 @@ void AppController::applySettings()
     m_clipboard->maxItems = data.clipboardMax;
     m_clipboard->retentionDays = data.clipboardRetentionDays;
     m_clipboard->excludedApps = QSet<QString>(data.clipboardExcluded.cbegin(), data.clipboardExcluded.cend());
-    if (!m_suspended)
+    // Typing a web search or moving the gap slider leaves the grabs alone.
+    if (!m_suspended && effectiveCombos() != m_registered)
         registerHotkeys();
+}
+
+QList<std::optional<KeyCombo>> AppController::effectiveCombos() const
+{
+    QList<std::optional<KeyCombo>> combos;
+    for (HotAction action : HotActions::allCases)
+        combos.append(m_settings->combo(action));
+    return combos;
 }
 
 void AppController::registerHotkeys()
 {
     m_hotKeys->unregisterAll();
+    m_registered = effectiveCombos();
     QSet<HotAction> failed;
-    for (HotAction action : HotActions::allCases) {
+    for (std::size_t i = 0; i < HotActions::allCases.size(); ++i) {
+        const HotAction action = HotActions::allCases[i];
         // None: the user cleared this shortcut.
-        const std::optional<KeyCombo> combo = m_settings->combo(action);
+        const std::optional<KeyCombo> &combo = m_registered.at(qsizetype(i));
         if (!combo)
             continue;
         const auto id = m_hotKeys->registerHotKey(*combo, [self = QPointer<AppController>(this), action] {
@@ -198,9 +214,10 @@ void AppController::registerHotkeys()
 void AppController::setSuspended(bool suspended)
 {
     m_suspended = suspended;
-    if (suspended)
+    if (suspended) {
         m_hotKeys->unregisterAll();
-    else
+        m_registered.clear();
+    } else
         registerHotkeys();
 }
 

@@ -4,12 +4,14 @@
 #include "core/app/hot_action.h"
 #include "core/windows/window_manager.h"
 
+#include <QList>
 #include <QObject>
 #include <QSet>
 #include <QStringList>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 namespace tessary {
 
@@ -103,6 +105,8 @@ private:
     void fillLauncherActions();
     // Puts `text` on the pasteboard as this process's own change (not recorded).
     void putOnPasteboard(const QString &text);
+    // Every action's shortcut in allCases order; none where cleared.
+    QList<std::optional<KeyCombo>> effectiveCombos() const;
 
     AppPorts m_ports;
     std::unique_ptr<AppSettings> m_settings;
@@ -121,6 +125,8 @@ private:
     std::unique_ptr<PanelController> m_clipPanel;
     std::unique_ptr<SettingsWindow> m_settingsWindow;
     QSet<HotAction> m_failed;
+    // What the last registerHotkeys registered; empty while nothing is.
+    QList<std::optional<KeyCombo>> m_registered;
     bool m_suspended = false;
 };
 

@@ -7,6 +7,8 @@
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
+#include "core/settings/app_settings.h"
+#include "core/settings/snippet_store.h"
 #include "platform/x11/app/x11_keystroke_sender.h"
 #include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
@@ -127,6 +129,10 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &app, [] { BackgroundFileWriter::waitForAllIdle(); });
 
     AppController controller(ports, data);
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &controller, [&controller] {
+        controller.settings().flush();
+        controller.snippets().waitForSaved();
+    });
     QObject::connect(&instance, &SingleInstance::forwarded, &controller, &AppController::onForwarded);
     controller.launchApp(arguments);
     return QApplication::exec();

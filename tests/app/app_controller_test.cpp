@@ -21,6 +21,7 @@
 #include "ui/tray_menu.h"
 
 #include <QFile>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTabWidget>
@@ -350,6 +351,37 @@ TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
     EXPECT_EQ(hotKeys.registrationCount(), 0);
     controller().setSuspended(false);
     EXPECT_EQ(hotKeys.registrationCount(), 19);
+}
+
+TEST_F(AppControllerTest, onlyShortcutChangesAndKeyboardChangesRegisterAgain)
+{
+    const KeyCombo leftHalf = defaultCombo(HotAction::leftHalf);
+    hotKeys.holdByOtherApp(leftHalf);
+    controller().launchApp({});
+    controller().showSettings();
+    QGroupBox *section = nullptr;
+    for (QGroupBox *box : controller().settingsWindow()->findChildren<QGroupBox *>())
+        section = box->title() == QLatin1String("Shortcuts that couldn't be registered") ? box : section;
+    ASSERT_NE(section, nullptr);
+    EXPECT_FALSE(section->isHidden());
+
+    // Registering again would now succeed: the failure stays while nothing asks.
+    hotKeys.releaseByOtherApp(leftHalf);
+    SettingsData typed = controller().settings().data();
+    typed.webSearches.first().name += QStringLiteral("!");
+    typed.gap = 4;
+    controller().settings().setData(typed);
+    EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::leftHalf});
+
+    hotKeys.changeKeyboard();
+    EXPECT_TRUE(controller().failed().isEmpty());
+    EXPECT_TRUE(hotKeys.isRegistered(leftHalf));
+    EXPECT_TRUE(section->isHidden());
+
+    // A shortcut change registers at once: now two actions share one combination.
+    controller().settings().set(defaultCombo(HotAction::center), HotAction::maximize);
+    EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::center});
+    EXPECT_FALSE(section->isHidden());
 }
 
 TEST_F(AppControllerTest, forwardedArgumentsDriveTheMenuOrShowTheSettings)

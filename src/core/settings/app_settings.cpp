@@ -11,6 +11,9 @@ AppSettings::AppSettings(KeyValueStore &defaults, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
 {
+    m_saveTimer.setSingleShot(true);
+    m_saveTimer.setInterval(saveDelay);
+    connect(&m_saveTimer, &QTimer::timeout, this, &AppSettings::save);
     const auto stored = m_defaults.bytes(QLatin1String(storageKey));
     if (!stored)
         return;
@@ -31,7 +34,9 @@ void AppSettings::setData(const SettingsData &data)
         return;
     Q_EMIT aboutToChange();
     m_data = data;
-    save();
+    // Not restarted by later changes: a long burst of edits still lands every saveDelay.
+    if (!m_saveTimer.isActive())
+        m_saveTimer.start();
     Q_EMIT changed();
     if (onChange)
         onChange();
@@ -96,6 +101,18 @@ void AppSettings::resetShortcuts()
     setData(next);
 }
 
-void AppSettings::save() { m_defaults.setBytes(QLatin1String(storageKey), m_data.toJson()); }
+AppSettings::~AppSettings() { flush(); }
+
+void AppSettings::flush()
+{
+    if (m_saveTimer.isActive())
+        save();
+}
+
+void AppSettings::save()
+{
+    m_saveTimer.stop();
+    m_defaults.setBytes(QLatin1String(storageKey), m_data.toJson());
+}
 
 } // namespace tessary

@@ -50,24 +50,40 @@ SnippetStore::SnippetStore(const QString &directory, QObject *parent)
         }
     }
     m_snippets = stored ? std::move(*stored) : Snippet::defaults();
+    m_saveTimer.setSingleShot(true);
+    m_saveTimer.setInterval(saveDelay);
+    connect(&m_saveTimer, &QTimer::timeout, this, &SnippetStore::save);
+}
+
+SnippetStore::~SnippetStore()
+{
+    if (m_saveTimer.isActive())
+        save();
 }
 
 void SnippetStore::setSnippets(const QList<Snippet> &snippets)
 {
     Q_EMIT aboutToChange();
     m_snippets = snippets;
-    save();
+    if (!m_saveTimer.isActive())
+        m_saveTimer.start();
     Q_EMIT changed();
 }
 
 void SnippetStore::save()
 {
+    m_saveTimer.stop();
     QJsonArray array;
     for (const Snippet &snippet : m_snippets)
         array.append(snippet.toJson());
     m_files.write(m_url, StrictJson::compact(array));
 }
 
-void SnippetStore::waitForSaved() { m_files.waitForIdle(); }
+void SnippetStore::waitForSaved()
+{
+    if (m_saveTimer.isActive())
+        save();
+    m_files.waitForIdle();
+}
 
 } // namespace tessary

@@ -17,8 +17,10 @@ HotKeyCenter::HotKeyCenter(HotKeyService &service, quint32 firstId, QObject *par
 HotKeyCenter::~HotKeyCenter()
 {
     unregisterAll();
-    if (m_installed)
+    if (m_installed) {
         m_service.setPressedHandler({});
+        m_service.setKeyboardChangedHandler({});
+    }
 }
 
 std::optional<quint32> HotKeyCenter::registerHotKey(const KeyCombo &combo, std::function<void()> handler)
@@ -54,6 +56,10 @@ void HotKeyCenter::installHandlerIfNeeded()
     m_service.setPressedHandler([self](quint32 id) {
         if (self)
             self->fire(id);
+    });
+    m_service.setKeyboardChangedHandler([self] {
+        if (self)
+            Q_EMIT self->keyboardChanged();
     });
 }
 

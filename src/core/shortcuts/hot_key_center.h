@@ -41,6 +41,10 @@ public:
     // largest id) or live, else the first id after it that is neither.
     static quint32 unusedId(quint32 next, const QSet<quint32> &live);
 
+Q_SIGNALS:
+    // The keyboard changed: registrations may have been lost or become possible.
+    void keyboardChanged();
+
 private:
     void installHandlerIfNeeded();
     void fire(quint32 id);

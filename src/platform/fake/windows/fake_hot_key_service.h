@@ -14,6 +14,13 @@ namespace tessary {
 class FakeHotKeyService final : public HotKeyService {
 public:
     void holdByOtherApp(const KeyCombo &combo) { m_heldElsewhere.insert(combo); }
+    void releaseByOtherApp(const KeyCombo &combo) { m_heldElsewhere.remove(combo); }
+    // Plays a keyboard change: calls the keyboard-changed handler.
+    void changeKeyboard()
+    {
+        if (m_keyboardChanged)
+            m_keyboardChanged();
+    }
 
     // True when `combo` is registered; its id then went to the pressed handler.
     bool press(const KeyCombo &combo);
@@ -25,6 +32,7 @@ public:
     qsizetype registrationCount() const { return m_registrations.size(); }
 
     void setPressedHandler(std::function<void(quint32 id)> handler) override;
+    void setKeyboardChangedHandler(std::function<void()> handler) override { m_keyboardChanged = std::move(handler); }
     std::optional<quint64> registerHotKey(const KeyCombo &combo, quint32 id) override;
     void unregisterHotKey(quint64 reference) override;
 
@@ -35,6 +43,7 @@ private:
     };
 
     std::function<void(quint32)> m_pressed;
+    std::function<void()> m_keyboardChanged;
     QHash<quint64, Registration> m_registrations;
     QSet<KeyCombo> m_heldElsewhere;
     quint64 m_nextReference = 1;

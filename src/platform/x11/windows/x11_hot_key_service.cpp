@@ -56,6 +56,11 @@ X11HotKeyService::~X11HotKeyService()
 
 void X11HotKeyService::setPressedHandler(std::function<void(quint32 id)> handler) { m_handler = std::move(handler); }
 
+void X11HotKeyService::setKeyboardChangedHandler(std::function<void()> handler)
+{
+    m_keyboardChangedHandler = std::move(handler);
+}
+
 std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, quint32 id)
 {
     const Grab grab = grabFor(combo, id);
@@ -134,6 +139,8 @@ void X11HotKeyService::regrabMovedKeys()
         }
     }
     xcb_flush(m_x11.connection());
+    if (m_keyboardChangedHandler)
+        m_keyboardChangedHandler();
 }
 
 void X11HotKeyService::unregisterHotKey(quint64 reference)

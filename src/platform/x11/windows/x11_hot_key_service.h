@@ -35,6 +35,7 @@ public:
     X11HotKeyService &operator=(const X11HotKeyService &) = delete;
 
     void setPressedHandler(std::function<void(quint32 id)> handler) override;
+    void setKeyboardChangedHandler(std::function<void()> handler) override;
     std::optional<quint64> registerHotKey(const KeyCombo &combo, quint32 id) override;
     void unregisterHotKey(quint64 reference) override;
 
@@ -75,6 +76,7 @@ private:
     QMetaObject::Connection m_keyboardChanged;
     std::optional<ModifierMasks> m_masks;
     std::function<void(quint32)> m_handler;
+    std::function<void()> m_keyboardChangedHandler;
     QHash<quint64, Grab> m_grabs;
     // The key of a hot key that is down: its auto-repeated presses do not fire.
     xcb_keycode_t m_heldKey = 0;
