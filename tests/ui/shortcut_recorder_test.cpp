@@ -129,13 +129,18 @@ TEST_F(ShortcutRecorderTest, aClickElsewhereEndsRecordingWithoutAChange)
     EXPECT_EQ(recordingCalls, (std::vector<bool>{true, false}));
 }
 
-TEST_F(ShortcutRecorderTest, keysWhileIdleArePassedOn)
+TEST_F(ShortcutRecorderTest, keysWhileIdleArePassedOnButSpaceStartsRecording)
 {
     QKeyEvent event(QEvent::KeyPress, Qt::Key_U, Qt::ControlModifier, u, 0, 0);
     event.setAccepted(true);
     QApplication::sendEvent(recorder, &event);
     EXPECT_FALSE(event.isAccepted());
     EXPECT_TRUE(changes.empty());
+    EXPECT_FALSE(recorder->isRecording());
+
+    press(65, Qt::Key_Space, Qt::NoModifier);
+    EXPECT_TRUE(recorder->isRecording());
+    EXPECT_EQ(recordingCalls, std::vector<bool>{true});
 }
 
 } // namespace

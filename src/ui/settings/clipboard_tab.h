@@ -26,9 +26,7 @@ public:
     // application's, else the id's last non-empty dot-separated part.
     static QString appName(const QString &id, const SettingsServices &services);
 
-    QComboBox *keepUpTo() const { return m_max; }
     QComboBox *forgetAfter() const { return m_retention; }
-    QLabel *counts() const { return m_counts; }
     QMenu *addAppMenu() const { return m_addMenu; }
     // The confirmation of "Clear everything" while it is open.
     QMessageBox *confirmation() const { return m_confirm; }

@@ -40,6 +40,8 @@ QVBoxLayout *scrollingPage(QWidget *page)
     auto *scroll = new QScrollArea(page);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    // Tab goes from the tab bar straight to the page's first control.
+    scroll->setFocusPolicy(Qt::NoFocus);
     auto *content = new QWidget(scroll);
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(16, 12, 16, 12);
@@ -62,10 +64,7 @@ QIcon statusIcon(const QString &symbol, const QWidget *widget)
 QToolButton *removeButton(QWidget *parent)
 {
     auto *button = new QToolButton(parent);
-    if (QIcon::hasThemeIcon(QStringLiteral("list-remove")))
-        button->setIcon(QIcon::fromTheme(QStringLiteral("list-remove")));
-    else
-        button->setText(QString::fromUtf16(u"\u2212"));
+    button->setIcon(SymbolIcons::icon(QStringLiteral("minus.circle")));
     button->setAutoRaise(true);
     button->setToolTip(QStringLiteral("Remove"));
     return button;

@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -58,6 +59,9 @@ void SettingsWindow::present()
             move(frame.topLeft());
         }
     }
+    // The keyboard starts on the tabs: arrows switch them, Tab enters the page.
+    if (!focusWidget())
+        m_tabs->tabBar()->setFocus(Qt::ActiveWindowFocusReason);
     setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
     show();
     raise();

@@ -43,7 +43,7 @@ ShortcutRecorder::ShortcutRecorder(const KeyPositions &positions, QWidget *paren
     : QWidget(parent)
     , m_positions(positions)
 {
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -134,6 +134,12 @@ void ShortcutRecorder::mousePressEvent(QMouseEvent *event)
 void ShortcutRecorder::keyPressEvent(QKeyEvent *event)
 {
     if (!m_recording) {
+        // Space presses the control, as it presses a button.
+        if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+            event->accept();
+            startRecording();
+            return;
+        }
         QWidget::keyPressEvent(event);
         return;
     }
@@ -146,6 +152,13 @@ void ShortcutRecorder::focusOutEvent(QFocusEvent *event)
     QWidget::focusOutEvent(event);
     if (m_recording)
         stopRecording();
+    update();
+}
+
+void ShortcutRecorder::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    update();
 }
 
 void ShortcutRecorder::startRecording()
@@ -205,7 +218,8 @@ void ShortcutRecorder::paintEvent(QPaintEvent *)
     QColor fill = accent;
     fill.setAlphaF(0.15f);
     painter.fillPath(shape, m_recording ? fill : palette().color(QPalette::Base));
-    painter.setPen(m_recording ? accent : palette().color(QPalette::Mid));
+    // Idle with the keyboard: the accent outline says Space would start recording.
+    painter.setPen(m_recording || hasFocus() ? accent : palette().color(QPalette::Mid));
     painter.drawPath(shape);
     const bool secondary = m_recording || !m_combo;
     painter.setPen(palette().color(secondary ? QPalette::PlaceholderText : QPalette::Text));

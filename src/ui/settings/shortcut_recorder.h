@@ -11,10 +11,10 @@ namespace tessary {
 
 class KeyPositions;
 
-// Shows a shortcut and records a new one: a click starts recording, the next
-// key with at least one modifier (or F1–F12 alone) is reported through
-// onChange by its physical position, Backspace or Delete report "no
-// shortcut", Escape or a click elsewhere cancel. The recorder never stores
+// Shows a shortcut and records a new one: a click (or Space while it has the
+// keyboard) starts recording, the next key with at least one modifier (or
+// F1–F12 alone) is reported through onChange by its physical position,
+// Backspace or Delete report "no shortcut", Escape or a click elsewhere cancel. The recorder never stores
 // anything: it shows whatever combo its owner passes back. While recording it
 // holds the keyboard, so no shortcut of this or another program fires.
 // Main thread only; `positions` must outlive the recorder.
@@ -47,6 +47,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -57,6 +57,8 @@ WindowsTab::WindowsTab(const SettingsServices &services, QWidget *parent)
 
     auto *scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
+    // Tab goes from the gap slider straight to the first recorder.
+    scroll->setFocusPolicy(Qt::NoFocus);
     auto *list = new QWidget(scroll);
     list->setBackgroundRole(QPalette::Base);
     auto *rows = new QVBoxLayout(list);
