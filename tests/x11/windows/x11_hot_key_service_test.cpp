@@ -1,11 +1,13 @@
 #include "platform/x11/windows/x11_hot_key_service.h"
 #include "platform/x11/windows/x11_key_positions.h"
+#include "ui/settings/shortcut_recorder.h"
 
 #include "test_desktop.h"
 
 #include <gtest/gtest.h>
 
 #include <QHash>
+#include <QTest>
 
 #include <cstdlib>
 
@@ -147,8 +149,15 @@ using HotKeysOnLayouts = HotKeys;
 constexpr const char *physicalU = "ctrl+alt+30";
 constexpr quint32 positionOfU = 32;
 
-TEST_F(HotKeysOnLayouts, theKeyAtAPositionFiresInEveryLayout)
+// The user's way: the recorder on screen takes the physical keys of Ctrl+Alt+U
+// as the U position, and the hot key registered from it fires for them.
+TEST_F(HotKeysOnLayouts, theRecordedKeyAtAPositionFiresInEveryLayout)
 {
+    ShortcutRecorder recorder(positions);
+    std::optional<KeyCombo> recorded;
+    recorder.onChange = [&recorded](const std::optional<KeyCombo> &combo) { recorded = combo; };
+    recorder.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&recorder));
     const QStringList layouts[] = {{QStringLiteral("ru,us")}, {QStringLiteral("de")}, {QStringLiteral("fr")},
         {QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-variant"), QStringLiteral("dvorak")},
         {QStringLiteral("gr")}};
@@ -157,9 +166,17 @@ TEST_F(HotKeysOnLayouts, theKeyAtAPositionFiresInEveryLayout)
         SCOPED_TRACE(layout.join(QLatin1Char(' ')).toStdString());
         const KeyboardMapping mapping(layout);
         ASSERT_TRUE(mapping.isSet());
-        const auto reference = service.registerHotKey({positionOfU, controlOption}, id);
+        recorded.reset();
+        ASSERT_TRUE(
+            desktop.xdotool({QStringLiteral("mousemove"), QStringLiteral("--window"), QString::number(recorder.winId()),
+                QStringLiteral("20"), QStringLiteral("10"), QStringLiteral("click"), QStringLiteral("1")}));
+        ASSERT_TRUE(TestDesktop::waitFor([&] { return recorder.isRecording(); }));
+        ASSERT_TRUE(desktop.xdotool({QStringLiteral("key"), QString::fromLatin1(physicalU)}));
+        ASSERT_TRUE(TestDesktop::waitFor([&] { return recorded.has_value(); }));
+        EXPECT_EQ(*recorded, (KeyCombo{positionOfU, controlOption}));
+
+        const auto reference = service.registerHotKey(*recorded, id);
         ASSERT_TRUE(reference);
-        EXPECT_EQ(positions.keyCode(30), int(positionOfU));
         EXPECT_TRUE(pressAndWait(physicalU, id));
         service.unregisterHotKey(*reference);
         ++id;
