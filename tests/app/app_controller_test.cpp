@@ -148,6 +148,7 @@ TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOne
         MemoryKeyValueStore store;
         AppSettings settings(store);
         c.arrange(settings, service);
+        settings.flush();
         AppController subject(
             AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store, opener, fileSearch,
                 processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
