@@ -122,7 +122,24 @@ void SnippetsTab::select(const std::optional<QUuid> &id)
 
 void SnippetsTab::showList()
 {
+    // Typing a snippet's text changes nothing the list shows: keep its rows.
+    QStringList rows;
+    for (const Snippet &snippet : m_services.snippets.snippets())
+        rows << snippet.id.toString() + QLatin1Char('\n') + snippet.name + QLatin1Char('\n') + snippet.keyword;
+    const bool same = rows == m_shownRows;
+    m_shownRows = rows;
     m_filling = true;
+    m_remove->setEnabled(m_selection.has_value());
+    if (same) {
+        for (int i = 0; i < m_list->count(); ++i) {
+            if (m_selection && m_list->item(i)->data(idRole).toUuid() == *m_selection)
+                m_list->setCurrentRow(i);
+        }
+        if (!m_selection)
+            m_list->setCurrentRow(-1);
+        m_filling = false;
+        return;
+    }
     m_list->clear();
     for (const Snippet &snippet : m_services.snippets.snippets()) {
         auto *item = new QListWidgetItem(m_list);
@@ -140,7 +157,6 @@ void SnippetsTab::showList()
         if (m_selection && snippet.id == *m_selection)
             m_list->setCurrentItem(item);
     }
-    m_remove->setEnabled(m_selection.has_value());
     m_filling = false;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QUuid>
 #include <QWidget>
 
@@ -47,6 +48,8 @@ private:
     QLineEdit *m_name = nullptr;
     QLineEdit *m_keyword = nullptr;
     QPlainTextEdit *m_text = nullptr;
+    // What each list row shows (id, name, keyword), to rebuild the rows only when that changes.
+    QStringList m_shownRows;
     // Set while the editor shows a snippet, so that showing it is not an edit.
     bool m_filling = false;
 };
