@@ -217,8 +217,9 @@ void AppController::setSuspended(bool suspended)
     if (suspended) {
         m_hotKeys->unregisterAll();
         m_registered.clear();
-    } else
+    } else {
         registerHotkeys();
+    }
 }
 
 void AppController::perform(HotAction action)
