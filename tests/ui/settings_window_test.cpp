@@ -174,6 +174,11 @@ TEST_F(SettingsWindowTest, webSearchesAreEditedInPlaceAndResetToTheSevenDefaults
     EXPECT_EQ(settings.data().webSearches.last().url, QLatin1String(LauncherTab::exampleUrl));
     QLineEdit *name = withText<QLineEdit>(tab, QStringLiteral("Google"));
     ASSERT_NE(name, nullptr);
+    // Tab goes through the rows before the buttons made before them.
+    EXPECT_EQ(withText<QCheckBox>(
+                  tab, QString::fromUtf16(u"Include system commands (sleep, lock, dark mode, empty trash\u2026)"))
+                  ->nextInFocusChain(),
+        withText<QLineEdit>(tab, QStringLiteral("g")));
     name->setFocus();
     QTest::keyClicks(name, QStringLiteral("!"));
     EXPECT_EQ(settings.data().webSearches.first().name, QStringLiteral("Google!"));

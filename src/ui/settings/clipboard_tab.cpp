@@ -90,12 +90,12 @@ ClipboardTab::ClipboardTab(const SettingsServices &services, QWidget *parent)
     m_counts = new QLabel(history);
     auto *clearUnpinned = new QPushButton(QStringLiteral("Clear unpinned"), history);
     connect(clearUnpinned, &QPushButton::clicked, this, [this] { m_services.clipboard.clear(true); });
-    auto *clearAll = new QPushButton(QStringLiteral("Clear everything"), history);
-    clearAll->setStyleSheet(SettingsForm::errorStyle());
-    connect(clearAll, &QPushButton::clicked, this, &ClipboardTab::confirmClearAll);
+    m_clearAll = new QPushButton(QStringLiteral("Clear everything"), history);
+    m_clearAll->setStyleSheet(SettingsForm::errorStyle());
+    connect(m_clearAll, &QPushButton::clicked, this, &ClipboardTab::confirmClearAll);
     historyRow->addWidget(m_counts, 1);
     historyRow->addWidget(clearUnpinned);
-    historyRow->addWidget(clearAll);
+    historyRow->addWidget(m_clearAll);
     SettingsForm::sectionLayout(history)->addLayout(historyRow);
     page->addWidget(history);
 
@@ -103,12 +103,12 @@ ClipboardTab::ClipboardTab(const SettingsServices &services, QWidget *parent)
     m_excludedRows = new QVBoxLayout;
     m_excludedRows->setSpacing(8);
     SettingsForm::sectionLayout(excluded)->addLayout(m_excludedRows);
-    auto *add = new QPushButton(QString::fromUtf16(u"Add an app\u2026"), excluded);
-    m_addMenu = new QMenu(add);
+    m_addApp = new QPushButton(QString::fromUtf16(u"Add an app\u2026"), excluded);
+    m_addMenu = new QMenu(m_addApp);
     connect(m_addMenu, &QMenu::aboutToShow, this, &ClipboardTab::fillAddMenu);
-    add->setMenu(m_addMenu);
+    m_addApp->setMenu(m_addMenu);
     auto *addRow = new QHBoxLayout;
-    addRow->addWidget(add);
+    addRow->addWidget(m_addApp);
     addRow->addStretch(1);
     SettingsForm::sectionLayout(excluded)->addLayout(addRow);
     SettingsForm::sectionLayout(excluded)->addWidget(SettingsForm::note(
@@ -161,6 +161,7 @@ void ClipboardTab::showExcluded()
         delete item->widget();
         delete item;
     }
+    QWidget *previous = m_clearAll;
     for (const QString &id : std::as_const(m_shownExcluded)) {
         auto *row = new QWidget(this);
         auto *layout = new QHBoxLayout(row);
@@ -178,7 +179,11 @@ void ClipboardTab::showExcluded()
         });
         layout->addWidget(remove);
         m_excludedRows->addWidget(row);
+        // Rows are made after the button below them: Tab goes through them first.
+        QWidget::setTabOrder(previous, remove);
+        previous = remove;
     }
+    QWidget::setTabOrder(previous, m_addApp);
 }
 
 void ClipboardTab::fillAddMenu()

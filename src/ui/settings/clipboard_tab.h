@@ -8,6 +8,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QMenu;
+class QPushButton;
 class QVBoxLayout;
 
 namespace tessary {
@@ -45,6 +46,8 @@ private:
     QLabel *m_counts = nullptr;
     QVBoxLayout *m_excludedRows = nullptr;
     QMenu *m_addMenu = nullptr;
+    QPushButton *m_clearAll = nullptr;
+    QPushButton *m_addApp = nullptr;
     QPointer<QMessageBox> m_confirm;
     QStringList m_shownExcluded;
 };

@@ -69,8 +69,8 @@ LauncherTab::LauncherTab(const SettingsServices &services, QWidget *parent)
     SettingsForm::sectionLayout(searches)->addWidget(SettingsForm::note(
         QStringLiteral("The first one is also offered at the bottom for anything you type."), searches));
     auto *buttons = new QHBoxLayout;
-    auto *add = new QPushButton(QStringLiteral("Add search"), searches);
-    connect(add, &QPushButton::clicked, this, [this] {
+    m_add = new QPushButton(QStringLiteral("Add search"), searches);
+    connect(m_add, &QPushButton::clicked, this, [this] {
         SettingsData record = m_services.settings.data();
         record.webSearches.append(
             WebSearch{QUuid::createUuid(), QString(), QString(), QString::fromLatin1(exampleUrl)});
@@ -82,7 +82,7 @@ LauncherTab::LauncherTab(const SettingsServices &services, QWidget *parent)
         record.webSearches = WebSearch::defaults();
         m_services.settings.setData(record);
     });
-    buttons->addWidget(add);
+    buttons->addWidget(m_add);
     buttons->addWidget(reset);
     buttons->addStretch(1);
     SettingsForm::sectionLayout(searches)->addLayout(buttons);
@@ -123,6 +123,7 @@ void LauncherTab::showSearches()
         delete item->widget();
         delete item;
     }
+    QList<QWidget *> tabOrder;
     for (const WebSearch &search : searches) {
         auto *row = new QWidget(this);
         auto *layout = new QHBoxLayout(row);
@@ -143,6 +144,7 @@ void LauncherTab::showSearches()
         field(urlField, search.url, QStringLiteral("URL with {query}"), 0);
         m_fields.append(fields);
         QToolButton *remove = SettingsForm::removeButton(row);
+        tabOrder << fields[keywordField] << fields[nameField] << fields[urlField] << remove;
         connect(remove, &QToolButton::clicked, this, [this, id = search.id] {
             SettingsData record = m_services.settings.data();
             record.webSearches.removeIf([&id](const WebSearch &entry) { return entry.id == id; });
@@ -151,6 +153,13 @@ void LauncherTab::showSearches()
         layout->addWidget(remove);
         m_searchRows->addWidget(row);
     }
+    // Rows are made after the buttons below them: Tab goes through them first.
+    QWidget *previous = m_system;
+    for (QWidget *next : std::as_const(tabOrder)) {
+        QWidget::setTabOrder(previous, next);
+        previous = next;
+    }
+    QWidget::setTabOrder(previous, m_add);
 }
 
 void LauncherTab::editSearch(const QUuid &id, int field, const QString &text)

@@ -8,6 +8,7 @@
 
 class QCheckBox;
 class QLineEdit;
+class QPushButton;
 class QVBoxLayout;
 
 namespace tessary {
@@ -32,6 +33,7 @@ private:
     const SettingsServices &m_services;
     QCheckBox *m_files = nullptr;
     QCheckBox *m_system = nullptr;
+    QPushButton *m_add = nullptr;
     QVBoxLayout *m_searchRows = nullptr;
     // The entries the rows were built for, and their keyword, name and URL
     // fields; edits in place keep the rows (and the focus).
