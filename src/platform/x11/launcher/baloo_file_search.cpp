@@ -31,13 +31,14 @@ QString BalooFileSearch::searchProgram()
 
 QString BalooFileSearch::nameQuery(const QString &text)
 {
-    // The index splits names into words at everything but letters and digits
-    // and matches word prefixes; a quoted value keeps its words literal.
+    // The index splits names into words at everything but letters, digits and
+    // their accents, and matches word prefixes; a quoted value keeps its
+    // words literal.
     QStringList words;
     QString word;
-    for (const QChar c : text) {
-        if (c.isLetterOrNumber()) {
-            word.append(c);
+    for (const char32_t c : text.toUcs4()) {
+        if (QChar::isLetterOrNumber(c) || QChar::isMark(c)) {
+            word.append(QChar::fromUcs4(c));
         } else if (!word.isEmpty()) {
             words.append(std::exchange(word, QString()));
         }
