@@ -210,10 +210,11 @@ void AppController::perform(HotAction action)
     switch (action) {
     case HotAction::nextDisplay:
     case HotAction::previousDisplay:
-        m_windows->moveToDisplay(action == HotAction::nextDisplay, [this](std::optional<WindowManager::Failure> failure) {
-            if (failure)
-                handle(*failure);
-        });
+        m_windows->moveToDisplay(
+            action == HotAction::nextDisplay, [this](std::optional<WindowManager::Failure> failure) {
+                if (failure)
+                    handle(*failure);
+            });
         return;
     case HotAction::restore:
         m_windows->restore([this](std::optional<WindowManager::Failure> failure) {

@@ -142,9 +142,8 @@ void WindowManager::restore(Done done)
         return done(std::nullopt);
     const Rect original = *entry;
     m_originals.erase(entry);
-    write(key, front->window, original, [done = std::move(done)](bool moved) {
-        done(moved ? std::nullopt : std::optional(Failure::cannotMove));
-    });
+    write(key, front->window, original,
+        [done = std::move(done)](bool moved) { done(moved ? std::nullopt : std::optional(Failure::cannotMove)); });
 }
 
 void WindowManager::moveToDisplay(bool next, Done done)
@@ -170,9 +169,8 @@ void WindowManager::moveToDisplay(bool next, Done done)
     const qsizetype current = qsizetype(displayIndex(desktopFrame, screens));
     const qsizetype destination = next ? (current + 1) % count : (current + count - 1) % count;
     const Rect carried = Geometry::remap(desktopFrame, screens.at(current).visible, screens.at(destination).visible);
-    write(key, front->window, Geometry::flip(carried, height), [done = std::move(done)](bool moved) {
-        done(moved ? std::nullopt : std::optional(Failure::cannotMove));
-    });
+    write(key, front->window, Geometry::flip(carried, height),
+        [done = std::move(done)](bool moved) { done(moved ? std::nullopt : std::optional(Failure::cannotMove)); });
 }
 
 void WindowManager::remember(const QString &key, const Rect &frame)

@@ -22,8 +22,7 @@ inline WindowManager::ApplyResult applied(WindowManager &manager, Layout layout,
     return *result;
 }
 
-inline std::optional<WindowManager::Failure> completed(
-    const std::function<void(WindowManager::Done)> &operation)
+inline std::optional<WindowManager::Failure> completed(const std::function<void(WindowManager::Done)> &operation)
 {
     bool done = false;
     std::optional<WindowManager::Failure> result;

@@ -147,8 +147,8 @@ TEST_F(DragSnapperTest, onADoubleDensityDisplayThresholdsCountInPoints)
         QPointF travel;
         QSizeF resize;
         bool snaps;
-    } motions[] = {{{-20, 0}, {0, 0}, false}, {{-21, 0}, {0, 0}, true}, {{-200, 0}, {8, -8}, true},
-        {{-200, 0}, {9, 0}, false}};
+    } motions[]
+        = {{{-20, 0}, {0, 0}, false}, {{-21, 0}, {0, 0}, true}, {{-200, 0}, {8, -8}, true}, {{-200, 0}, {9, 0}, false}};
     for (const auto &motion : motions) {
         const WindowId w = desktop.addWindow(editor, startFrame);
         drag(w, motion.travel, motion.resize, {11, 540});

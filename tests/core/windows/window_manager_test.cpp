@@ -189,9 +189,8 @@ TEST_F(WindowManagerTest, aDisplayMoveWhileASnapIsUnderWayCarriesTheSnapsTarget)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
     desktop.setHoldsFrameWrites(true);
-    manager.apply(Layout::leftHalf, w, editor.pid, [](const WindowManager::ApplyResult &) {
-        ADD_FAILURE() << "the display move took over";
-    });
+    manager.apply(Layout::leftHalf, w, editor.pid,
+        [](const WindowManager::ApplyResult &) { ADD_FAILURE() << "the display move took over"; });
     bool moved = false;
     manager.moveToDisplay(true, [&moved](std::optional<Failure> failure) { moved = !failure; });
     desktop.finishFrameWrites();

@@ -3,8 +3,8 @@
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
-#include "core/windows/geometry.h"
 #include "awaited.h"
+#include "core/windows/geometry.h"
 #include "foreign_window.h"
 #include "test_desktop.h"
 

@@ -100,8 +100,7 @@ std::optional<Rect> FakeDesktop::frame(WindowId id) const
     return it->frame;
 }
 
-void FakeDesktop::setFrame(
-    WindowId id, const Rect &frame, const QObject *context, std::function<void(bool moved)> done)
+void FakeDesktop::setFrame(WindowId id, const Rect &frame, const QObject *context, std::function<void(bool moved)> done)
 {
     HeldWrite held{id, frame, context, std::move(done)};
     if (!m_holdsWrites) {

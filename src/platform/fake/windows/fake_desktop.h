@@ -86,8 +86,8 @@ public:
     void openPrivacySettings() override { ++m_privacyOpenings; }
     std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
     std::optional<Rect> frame(WindowId window) const override;
-    void setFrame(WindowId window, const Rect &frame, const QObject *context,
-        std::function<void(bool moved)> done) override;
+    void setFrame(
+        WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done) override;
     bool isFullScreen(WindowId window) const override;
     quint64 windowHash(WindowId window) const override;
 

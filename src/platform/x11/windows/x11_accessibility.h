@@ -29,8 +29,8 @@ public:
     // Un-maximizes the window when needed, then asks the window manager for
     // the frame and follows it there (X11FrameMove); sent once more when the
     // decorations changed meanwhile. Moved means the frame changed at all.
-    void setFrame(WindowId window, const Rect &frame, const QObject *context,
-        std::function<void(bool moved)> done) override;
+    void setFrame(
+        WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done) override;
     bool isFullScreen(WindowId window) const override;
     quint64 windowHash(WindowId window) const override;
 

@@ -22,8 +22,7 @@ PropertyReply read(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t
     return PropertyReply(xcb_get_property_reply(connection, cookie, nullptr));
 }
 
-template <typename T>
-std::optional<QList<T>> listOf32(const PropertyReply &reply, xcb_atom_t type)
+template <typename T> std::optional<QList<T>> listOf32(const PropertyReply &reply, xcb_atom_t type)
 {
     if (!reply || reply->type != type || reply->format != 32)
         return std::nullopt;

@@ -48,8 +48,8 @@ QList<ScreenInfo> X11Screens::screens() const
     const WorkAreaHints hints = workAreaHints(root);
     QList<ScreenInfo> result;
     for (const QRect &monitor : monitors)
-        result.append({toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, hints), monitors.first()),
-            scaleOf(monitor)});
+        result.append({toDesktop(monitor, monitors.first()),
+            toDesktop(usableArea(monitor, root, hints), monitors.first()), scaleOf(monitor)});
     return result;
 }
 
