@@ -179,9 +179,9 @@ TEST_F(Tessary, underATilingWindowManagerASnapEndsInTheFailureToast)
     const std::optional<QRect> tiled = outerFrame(window);
     const QString pid = QString::number(tessary.processId());
     const auto toastShown = [&] {
-        const QStringList shown = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-            QStringLiteral("--pid"), pid})
-                                      .split(u'\n', Qt::SkipEmptyParts);
+        const QStringList shown
+            = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"), pid})
+                  .split(u'\n', Qt::SkipEmptyParts);
         for (const QString &id : shown) {
             const QString size = xdotool({QStringLiteral("getwindowgeometry"), id});
             if (size.contains(QLatin1String("x44\n")) || size.endsWith(QLatin1String("x44")))

@@ -97,10 +97,10 @@ private:
         Rect settled;
     };
 
-    // The frame cycling reads for a window now at `frame`: what was last
-    // written to it while it still sits where it settled then (within the
-    // cycling tolerance), else `frame` itself. Any later move by the user
-    // thus starts the cycle afresh.
+    // The frame cycling reads for a window now at `frame`: the frame being
+    // written to it while a move is under way; what was last written to it
+    // while it still sits where it settled then (within `tolerance`); else
+    // `frame` itself. Any later move by the user thus starts the cycle afresh.
     Rect cyclingFrame(const QString &key, const Rect &frame, double tolerance) const;
     // The frame being written to the window when a move is under way, else
     // the one it has now.

@@ -5,6 +5,7 @@
 #include "core/windows/geometry.h"
 #include "core/windows/window_manager.h"
 #include "platform/x11/windows/x11_accessibility.h"
+#include "platform/x11/windows/x11_frame_move.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
 #include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
@@ -126,6 +127,24 @@ TEST_F(WindowManagerOnX11, aRepeatedLeftHalfCyclesATerminalThatRoundsToWholeCell
         EXPECT_EQ(apply(Layout::leftHalf, xterm), WindowManager::ApplyResult(layout));
         EXPECT_TRUE(landsWithinIncrements(desktop.managedFrame(xterm.window), target(layout, 0), cell));
     }
+}
+
+// Two presses faster than the window manager: the second starts from the
+// first one's target and takes over; only its answer comes, and the window
+// ends where it says.
+TEST_F(WindowManagerOnX11, aSecondSnapWhileTheFirstIsUnderWayTakesOver)
+{
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    QList<WindowManager::ApplyResult> results;
+    const auto record = [&results](const WindowManager::ApplyResult &result) { results.append(result); };
+    manager.apply(Layout::leftHalf, xlogo.window, xlogo.pid, record);
+    manager.apply(Layout::leftHalf, xlogo.window, xlogo.pid, record);
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return !results.isEmpty(); }));
+    QTest::qWait(int(X11FrameMove::phaseDeadline.count()));
+    EXPECT_EQ(results, QList<WindowManager::ApplyResult>{Layout::firstTwoThirds});
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), target(Layout::firstTwoThirds, 0));
+    EXPECT_EQ(apply(Layout::leftHalf, xlogo), WindowManager::ApplyResult(Layout::firstThird));
 }
 
 TEST_F(WindowManagerOnX11, nextDisplayCarriesTheWindowAcrossAndBack)
