@@ -40,6 +40,8 @@ X11FrameMove::~X11FrameMove() { unwatch(); }
 
 void X11FrameMove::start()
 {
+    if (m_phase != Phase::starting)
+        return;
     m_frameWindow = m_frames.topLevel(m_window);
     // Selected before anything is asked of the window manager, so that no
     // change it makes goes unseen.
@@ -61,7 +63,7 @@ void X11FrameMove::start()
 
 void X11FrameMove::changed()
 {
-    if (m_measureQueued || m_phase == Phase::finished)
+    if (m_measureQueued || m_phase == Phase::starting || m_phase == Phase::finished)
         return;
     m_measureQueued = true;
     QTimer::singleShot(0, this, [this] {
@@ -105,7 +107,7 @@ void X11FrameMove::unwatch()
 
 void X11FrameMove::measureNow()
 {
-    if (m_phase == Phase::finished)
+    if (m_phase == Phase::starting || m_phase == Phase::finished)
         return;
     const std::optional<X11WindowFrames::Placement> now = m_frames.measure(m_window);
     if (!now)

@@ -38,7 +38,8 @@ public:
     // it is not reparented); valid once started.
     xcb_window_t frameWindow() const { return m_frameWindow; }
 
-    // Sends the first request; `finished` may run before this returns.
+    // Measures the window and sends the first request; `finished` may run
+    // before this returns. Does nothing once the move has ended.
     void start();
     // The window or its frame changed: measured once the current burst of
     // events is through.
@@ -47,7 +48,7 @@ public:
     void abandon();
 
 private:
-    enum class Phase { unmaximizing, moving, finished };
+    enum class Phase { starting, unmaximizing, moving, finished };
     struct Watched {
         xcb_window_t window;
         uint32_t previousMask;
@@ -66,7 +67,7 @@ private:
     xcb_window_t m_frameWindow = XCB_WINDOW_NONE;
     const QRect m_target;
     std::function<void(bool)> m_finished;
-    Phase m_phase = Phase::moving;
+    Phase m_phase = Phase::starting;
     QList<Watched> m_watched;
     SizeHints m_hints;
     X11WindowFrames::Extents m_maximizedDecorations;

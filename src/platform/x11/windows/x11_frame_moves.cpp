@@ -1,6 +1,7 @@
 #include "platform/x11/windows/x11_frame_moves.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <utility>
 
@@ -36,7 +37,10 @@ void X11FrameMoves::move(
         },
         this);
     m_moves.insert(window, move);
-    move->start();
+    // On the next turn of the event loop: the caller's own reading of the
+    // window and this move's reading and request are two short stalls of
+    // the loop instead of one long one.
+    QTimer::singleShot(0, move, &X11FrameMove::start);
 }
 
 bool X11FrameMoves::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)

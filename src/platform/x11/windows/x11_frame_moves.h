@@ -23,8 +23,8 @@ public:
 
     // Moves `window` so that its visible frame becomes `target` (root
     // coordinates); a move of the same window still under way ends first, as
-    // not moved. `done` runs once with whether the window moved, unless
-    // `context` is gone by then; it may run before this returns.
+    // not moved. `done` runs once, later, with whether the window moved,
+    // unless `context` is gone by then.
     void move(xcb_window_t window, const QRect &target, const QObject *context, std::function<void(bool moved)> done);
 
 private:
