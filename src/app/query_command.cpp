@@ -43,10 +43,11 @@ class OfflinePasteboard final : public Pasteboard {
 public:
     qint64 changeCount() const override { return 0; }
     void setChangedHandler(std::function<void()>) override { }
-    QStringList types() const override { return {}; }
-    QList<QUrl> fileUrls() const override { return {}; }
+    void readContent(const QSet<QString> &, std::function<void(std::optional<PasteboardContent>)> done) override
+    {
+        done(std::nullopt);
+    }
     std::optional<QString> string() const override { return std::nullopt; }
-    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override { done(std::nullopt); }
     void clear() override { }
     void writeString(const QString &) override { }
     void writeImage(const QByteArray &) override { }
