@@ -91,7 +91,9 @@ void X11Pasteboard::readContent(
                 return answer(std::move(content));
             QThreadPool::globalInstance()->start(
                 [answer, content = std::move(content), bytes = std::move(raw.imageBytes)]() mutable {
-                    content.image = CanonicalPng::encode(decodeWithinLimit(bytes));
+                    QImage decoded = decodeWithinLimit(bytes);
+                    bytes = QByteArray();
+                    content.image = CanonicalPng::encode(std::move(decoded));
                     answer(std::move(content));
                 });
         });

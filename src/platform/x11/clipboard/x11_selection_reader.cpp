@@ -200,17 +200,24 @@ std::optional<QByteArray> X11SelectionReader::convert(xcb_atom_t target, qsizety
         xcb_get_property(m_connection, 1, m_window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, UINT32_MAX / 4), nullptr));
     if (!reply)
         return std::nullopt;
-    if (reply->type == atom("INCR"))
-        return receiveIncrementally(limit);
+    if (reply->type == atom("INCR")) {
+        // The owner announces a lower bound of the size: room for it at once
+        // spares copying many megabytes as the buffer grows.
+        quint32 announced = 0;
+        if (xcb_get_property_value_length(reply.get()) >= int(sizeof(announced)))
+            std::memcpy(&announced, xcb_get_property_value(reply.get()), sizeof(announced));
+        return receiveIncrementally(std::min<qsizetype>(announced, limit), limit);
+    }
     const auto length = xcb_get_property_value_length(reply.get());
     return QByteArray(
         static_cast<const char *>(xcb_get_property_value(reply.get())), std::min<qsizetype>(length, limit));
 }
 
-std::optional<QByteArray> X11SelectionReader::receiveIncrementally(qsizetype limit)
+std::optional<QByteArray> X11SelectionReader::receiveIncrementally(qsizetype expected, qsizetype limit)
 {
     const xcb_atom_t property = atom("TESSARY_SELECTION");
     QByteArray data;
+    data.reserve(expected);
     for (;;) {
         Reply<xcb_generic_event_t> event(waitForEvent([&](const xcb_generic_event_t *e) {
             if ((e->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)

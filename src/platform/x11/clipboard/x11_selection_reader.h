@@ -73,7 +73,7 @@ private:
     xcb_window_t owner();
     // The owner's answer for one target; none when it refuses or stops answering.
     std::optional<QByteArray> convert(xcb_atom_t target, qsizetype limit);
-    std::optional<QByteArray> receiveIncrementally(qsizetype limit);
+    std::optional<QByteArray> receiveIncrementally(qsizetype expected, qsizetype limit);
     // The next event that `matches`, waiting at most ownerTimeoutMs; none on timeout or when stopping.
     xcb_generic_event_t *waitForEvent(const std::function<bool(const xcb_generic_event_t *)> &matches);
     QStringList targetNames(const QByteArray &atoms);
