@@ -264,6 +264,8 @@ xcb_generic_event_t *X11SelectionReader::waitForEvent(const std::function<bool(c
 QStringList X11SelectionReader::targetNames(const QByteArray &atoms)
 {
     QList<xcb_atom_t> values(atoms.size() / qsizetype(sizeof(xcb_atom_t)));
+    if (values.isEmpty())
+        return {};
     std::memcpy(values.data(), atoms.constData(), values.size() * sizeof(xcb_atom_t));
     // Names not seen before are asked for together: one wait for all of them.
     QHash<xcb_atom_t, xcb_get_atom_name_cookie_t> asked;
