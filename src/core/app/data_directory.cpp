@@ -21,6 +21,8 @@ constexpr QFileDevice::Permissions ownerOnlyFolder
 constexpr QFileDevice::Permissions ownerOnlyFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 const QLatin1String unreadableInfix(".unreadable-");
+// The stamp of an unreadable copy; a second copy within a second adds milliseconds.
+const QLatin1String unreadableStamp(R"(unreadable-\d{8}-\d{6}(-\d{3})?)");
 
 // A file system that ignores permissions refuses them on every file; one line says so.
 void warnPermissionsOnce(const QString &path)
@@ -88,8 +90,12 @@ std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, co
     const QFileInfo info(path);
     QDir folder = info.absoluteDir();
     // The stamp sorts by age; the newest copy comes first.
+    // Only finished copies: a temporary left by an interrupted one is no copy.
+    const QRegularExpression copyName(
+        u'^' + QRegularExpression::escape(info.fileName()) + QStringLiteral("\\.") + unreadableStamp + u'$');
     QStringList copies = folder.entryList(
         {info.fileName() + unreadableInfix + u'*'}, QDir::Files | QDir::Hidden, QDir::Name | QDir::Reversed);
+    copies.removeIf([&copyName](const QString &name) { return !copyName.match(name).hasMatch(); });
     if (!copies.isEmpty() && contents(folder.filePath(copies.first())) == bytes)
         return folder.filePath(copies.first());
     const QDateTime now = QDateTime::currentDateTimeUtc();
@@ -106,8 +112,10 @@ std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, co
 
 void DataDirectory::removeTemporaries(const QString &folder)
 {
-    // QSaveFile's temporaries: the target's name and a dot followed by six random characters.
-    static const QRegularExpression temporary(QStringLiteral(R"(^.+\.(json|png)\.[A-Za-z0-9]{6}$)"));
+    // QSaveFile's temporaries (where the file system has no unnamed ones): the
+    // target's name and a dot followed by six random characters.
+    static const QRegularExpression temporary(
+        QStringLiteral(R"(^.+\.(json|png|)") + unreadableStamp + QStringLiteral(R"()\.[A-Za-z0-9]{6}$)"));
     QDir dir(folder);
     const QStringList names = dir.entryList(QDir::Files | QDir::Hidden);
     for (const QString &name : names) {
