@@ -32,6 +32,12 @@ void warnPermissionsOnce(const QString &path)
         qCWarning(lcDataDirectory) << "cannot make" << path << "private; its file system may not support permissions";
 }
 
+bool isUnreadableStamp(QStringView text)
+{
+    static const QRegularExpression stamp(u'^' + unreadableStamp + u'$');
+    return stamp.match(text).hasMatch();
+}
+
 QByteArray contents(const QString &path)
 {
     QFile file(path);
@@ -90,12 +96,12 @@ std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, co
     const QFileInfo info(path);
     QDir folder = info.absoluteDir();
     // The stamp sorts by age; the newest copy comes first.
-    // Only finished copies: a temporary left by an interrupted one is no copy.
-    const QRegularExpression copyName(
-        u'^' + QRegularExpression::escape(info.fileName()) + QStringLiteral("\\.") + unreadableStamp + u'$');
     QStringList copies = folder.entryList(
         {info.fileName() + unreadableInfix + u'*'}, QDir::Files | QDir::Hidden, QDir::Name | QDir::Reversed);
-    copies.removeIf([&copyName](const QString &name) { return !copyName.match(name).hasMatch(); });
+    // Only finished copies: a temporary left by an interrupted one is no copy.
+    const qsizetype stampStart = info.fileName().size() + 1;
+    copies.removeIf(
+        [stampStart](const QString &name) { return !isUnreadableStamp(QStringView(name).sliced(stampStart)); });
     if (!copies.isEmpty() && contents(folder.filePath(copies.first())) == bytes)
         return folder.filePath(copies.first());
     const QDateTime now = QDateTime::currentDateTimeUtc();
