@@ -22,6 +22,8 @@ packages=(
   xvfb xauth x11-xkb-utils openbox xfwm4 xfconf dbus-daemon i3-wm xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
   # desktop services: GNOME's file index and its SPARQL client, private session buses, locales for tests
   libtracker-sparql-3.0-dev libstartup-notification0-dev tracker tracker-miner-fs gsettings-desktop-schemas locales
+  # KDE's file index (its indexer and search client) for the index test
+  baloo-kf5
 )
 
 missing=()

@@ -12,6 +12,7 @@
 #include "core/platform/settings_key_value_store.h"
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
+#include "platform/x11/launcher/baloo_file_search.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
 #include "platform/x11/launcher/desktop_file_search.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
@@ -104,8 +105,10 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
     AppIndex index(catalog, catalog->defaultRoots());
     UsageTracker usage(defaults);
     HomeWalkFileSearch homeWalk(QDir::homePath());
-    TrackerFileSearch fileIndex(QDir::homePath());
-    DesktopFileSearch fileSearch(fileIndex, QString::fromLatin1(TrackerFileSearch::service), homeWalk);
+    BalooFileSearch kdeIndex(QDir::homePath());
+    DesktopFileSearch kdeIndexOrWalk(kdeIndex, QString::fromLatin1(BalooFileSearch::service), homeWalk);
+    TrackerFileSearch gnomeIndex(QDir::homePath());
+    DesktopFileSearch fileSearch(gnomeIndex, QString::fromLatin1(TrackerFileSearch::service), kdeIndexOrWalk);
     FileSearcher files(fileSearch, QDir::homePath());
     DetachedProcessLauncher processes;
     DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);

@@ -11,6 +11,7 @@
 #include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
+#include "platform/x11/launcher/baloo_file_search.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
 #include "platform/x11/launcher/desktop_file_search.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
@@ -115,8 +116,10 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     StartupNotifier startupNotifier(*x11);
     GioDesktopOpener opener(&startupNotifier);
     HomeWalkFileSearch homeWalk(QDir::homePath());
-    TrackerFileSearch fileIndex(QDir::homePath());
-    DesktopFileSearch fileSearch(fileIndex, QString::fromLatin1(TrackerFileSearch::service), homeWalk);
+    BalooFileSearch kdeIndex(QDir::homePath());
+    DesktopFileSearch kdeIndexOrWalk(kdeIndex, QString::fromLatin1(BalooFileSearch::service), homeWalk);
+    TrackerFileSearch gnomeIndex(QDir::homePath());
+    DesktopFileSearch fileSearch(gnomeIndex, QString::fromLatin1(TrackerFileSearch::service), kdeIndexOrWalk);
     DetachedProcessLauncher processes;
     DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
     XdgAutostartLoginItem loginItem;

@@ -26,8 +26,25 @@ struct Report {
     QString out;
 };
 
+// Any client may give up a selection for its owner.
+void setClipboardOwner(xcb_window_t owner)
+{
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const QByteArray name("CLIPBOARD");
+    auto *atom = xcb_intern_atom_reply(
+        connection, xcb_intern_atom(connection, 0, uint16_t(name.size()), name.constData()), nullptr);
+    if (atom)
+        xcb_set_selection_owner(connection, owner, atom->atom, XCB_CURRENT_TIME);
+    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    std::free(atom);
+    xcb_disconnect(connection);
+}
+
 class SelfCheck : public ::testing::Test {
 protected:
+    // Earlier tests on this session may have left a copy behind.
+    void SetUp() override { setClipboardOwner(XCB_WINDOW_NONE); }
+
     Report run(const QString &display = qEnvironmentVariable("DISPLAY"))
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -183,6 +200,25 @@ TEST_F(SelfCheck, aRunningTessaryKeepsItsShortcutsAndDoesNotRecordTheRoundTrip)
     QFile history(path(QStringLiteral(".local/share/Tessary/clipboard.json")));
     const QByteArray recorded = history.open(QIODevice::ReadOnly) ? history.readAll() : QByteArray();
     EXPECT_FALSE(recorded.contains("self-check")) << recorded.constData();
+}
+
+TEST_F(SelfCheck, anotherApplicationsCopyIsLeftAloneWithoutAClipboardManager)
+{
+    QProcess copy;
+    copy.start(QStringLiteral("xclip"), {QStringLiteral("-selection"), QStringLiteral("clipboard")});
+    copy.write("the user's copy");
+    copy.closeWriteChannel();
+    // xclip stays in the background as the owner once it has the selection.
+    ASSERT_TRUE(copy.waitForFinished(5000));
+
+    const Report report = run();
+    EXPECT_EQ(status(report, "Clipboard"), QStringLiteral("warning"));
+    QProcess paste;
+    paste.start(
+        QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"), QStringLiteral("clipboard")});
+    ASSERT_TRUE(paste.waitForFinished(5000));
+    EXPECT_EQ(paste.readAllStandardOutput(), QByteArray("the user's copy"));
+    setClipboardOwner(XCB_WINDOW_NONE);
 }
 
 TEST_F(SelfCheck, aCorruptHistoryIsReportedAndLeftAsItWas)

@@ -3,7 +3,10 @@
 #include "gio_test_environment.h"
 #include "platform/x11/launcher/startup_notifier.h"
 #include "platform/x11/x11_connection.h"
+#include "session/private_bus.h"
 
+#include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -13,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <gio/gio.h>
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
@@ -177,6 +181,61 @@ TEST(GioDesktopOpener, announcesApplicationsThatAskForStartupNotification)
     EXPECT_TRUE(message.startsWith("new: ")) << message.constData();
     EXPECT_TRUE(message.contains(QByteArray("ID=" + id))) << message.constData();
     EXPECT_TRUE(message.contains("NAME=Launched")) << message.constData();
+}
+
+// A D-Bus activatable application: records the platform data of each call.
+class ActivatableApp : public StandIn {
+public:
+    static constexpr const char *id = "org.tessary.ActivationTest";
+
+    explicit ActivatableApp(const PrivateBus &bus)
+        : StandIn(bus, {QString::fromLatin1(id)}, {QStringLiteral("/org/tessary/ActivationTest")})
+    {
+    }
+
+    QList<QVariantMap> platformData;
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        if (message.member() == QLatin1String("Activate") && !message.arguments().isEmpty())
+            platformData.append(qdbus_cast<QVariantMap>(message.arguments().constFirst()));
+        return StandIn::handleMessage(message, connection);
+    }
+};
+
+TEST(GioDesktopOpener, givesADBusActivatedApplicationItsStartupId)
+{
+    X11Connection *x11 = X11Connection::instance();
+    ASSERT_NE(x11, nullptr);
+    StartupNotifier notifier(*x11);
+    GioDesktopOpener opener(&notifier);
+    StartupMessages messages;
+    PrivateBus bus;
+    ASSERT_TRUE(bus.isRunning());
+    const QByteArray noBus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    QTemporaryDir dir;
+    const QString entry = dir.filePath(QString::fromLatin1(ActivatableApp::id) + QStringLiteral(".desktop"));
+    QFile file(entry);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "[Desktop Entry]\nType=Application\nName=Activated\nExec=false\nDBusActivatable=true\nStartupNotify=true\n");
+    file.close();
+    {
+        ActivatableApp app(bus);
+        ASSERT_TRUE(opener.openApplication(entry));
+        ASSERT_TRUE(QTest::qWaitFor([&app] { return !app.platformData.isEmpty(); }, 5000));
+        const QByteArray id = app.platformData.constFirst().value(QStringLiteral("desktop-startup-id")).toByteArray();
+        EXPECT_TRUE(id.startsWith("tessary") && id.contains("_TIME")) << id.constData();
+        const QByteArray message = messages.next();
+        EXPECT_TRUE(message.startsWith("new: ") && message.contains(QByteArray("ID=" + id))) << message.constData();
+    }
+    // GIO's shared connection to this bus must outlive it quietly.
+    if (GDBusConnection *connection = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr)) {
+        g_dbus_connection_set_exit_on_close(connection, false);
+        g_object_unref(connection);
+    }
+    qputenv("DBUS_SESSION_BUS_ADDRESS", noBus);
 }
 
 } // namespace

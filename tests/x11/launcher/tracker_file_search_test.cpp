@@ -89,9 +89,10 @@ protected:
 
     static std::optional<QStringList> search(FileSearchBackend &backend, const QString &text)
     {
+        // The first question starts the miner, which takes long on a loaded machine.
         std::optional<QStringList> answer;
         backend.start(text, [&answer](const QStringList &paths) { answer = paths; });
-        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 30000));
+        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 60000));
         return answer;
     }
 

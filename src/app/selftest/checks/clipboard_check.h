@@ -17,7 +17,8 @@ class X11Pasteboard;
 // A real round trip through the X clipboard: an own copy must be announced,
 // read back and left out of a history kept in a scratch folder. The copy is
 // marked as concealed so that history keepers (a running Tessary included)
-// skip it, and what the clipboard held before is put back the same way.
+// skip it, and what the clipboard held before is put back the same way —
+// only where a clipboard manager keeps it once this process has ended.
 class ClipboardCheck final : public SelfCheck {
 public:
     explicit ClipboardCheck(const SelfCheckContext &context);

@@ -1,5 +1,6 @@
 #include "platform/x11/launcher/gio_desktop_opener.h"
 
+#include "platform/x11/launcher/startup_launch_context.h"
 #include "platform/x11/launcher/startup_notifier.h"
 
 #include <QDBusConnection>
@@ -59,7 +60,6 @@ bool GioDesktopOpener::openApplication(const QString &path)
     GDesktopAppInfo *info = g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData());
     if (!info)
         return false;
-    GAppLaunchContext *context = g_app_launch_context_new();
     std::optional<StartupNotifier::Sequence> sequence;
     if (m_notifier && g_desktop_app_info_get_boolean(info, "StartupNotify")) {
         const auto text = [info](const char *key) {
@@ -70,8 +70,8 @@ bool GioDesktopOpener::openApplication(const QString &path)
         };
         sequence.emplace(m_notifier->begin({g_app_info_get_name(G_APP_INFO(info)),
             g_app_info_get_executable(G_APP_INFO(info)), text("Icon"), text("StartupWMClass")}));
-        g_app_launch_context_setenv(context, "DESKTOP_STARTUP_ID", sequence->startupId().constData());
     }
+    GAppLaunchContext *context = newStartupLaunchContext(sequence ? sequence->startupId() : QByteArray());
     GError *error = nullptr;
     const bool launched = g_app_info_launch(G_APP_INFO(info), nullptr, context, &error);
     if (!launched) {

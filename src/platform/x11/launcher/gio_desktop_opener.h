@@ -12,7 +12,8 @@ class StartupNotifier;
 // file manager's org.freedesktop.FileManager1 service, falling back to opening
 // the containing folder when no file manager answers. Applications whose entry
 // asks for startup notification are announced through `notifier` when there
-// is one. Main thread only.
+// is one, and get the announcement's id whether GIO runs them or activates
+// them over D-Bus. Main thread only.
 class GioDesktopOpener final : public QObject, public DesktopOpener {
     Q_OBJECT
 
