@@ -210,12 +210,17 @@ void AppController::perform(HotAction action)
     switch (action) {
     case HotAction::nextDisplay:
     case HotAction::previousDisplay:
-        if (const auto failure = m_windows->moveToDisplay(action == HotAction::nextDisplay))
-            handle(*failure);
+        m_windows->moveToDisplay(
+            action == HotAction::nextDisplay, [this](std::optional<WindowManager::Failure> failure) {
+                if (failure)
+                    handle(*failure);
+            });
         return;
     case HotAction::restore:
-        if (const auto failure = m_windows->restore())
-            handle(*failure);
+        m_windows->restore([this](std::optional<WindowManager::Failure> failure) {
+            if (failure)
+                handle(*failure);
+        });
         return;
     case HotAction::launcher:
         toggleLauncher(QString());
@@ -238,9 +243,10 @@ void AppController::perform(HotAction action)
         handle(WindowManager::Failure::noWindow);
         return;
     }
-    const WindowManager::ApplyResult result = m_windows->apply(*layout, front->window, front->app.pid);
-    if (const auto failure = result.failure())
-        handle(*failure);
+    m_windows->apply(*layout, front->window, front->app.pid, [this](const WindowManager::ApplyResult &result) {
+        if (const auto failure = result.failure())
+            handle(*failure);
+    });
 }
 
 void AppController::handle(WindowManager::Failure failure)

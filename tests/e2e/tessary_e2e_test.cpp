@@ -1,6 +1,7 @@
 // The built tessary with a fresh home in the test X session, observed only
 // through real clients (xdotool, xclip, xwininfo, xprop) and the files it writes.
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -156,6 +157,48 @@ TEST_F(Tessary, snapsTheActiveXtermToItsMonitorsLeftHalfAndRestoresIt)
         return restored == before;
     }));
     EXPECT_TRUE(log().contains(QLatin1String("shortcut fired: restore\n")));
+    xterm.kill();
+    xterm.waitForFinished();
+}
+
+// A tiling window manager sizes windows itself: the snap ends in the failure
+// toast (44 pixels high, Tessary's only window on show besides the start-up
+// toasts) within a second, and
+// the window stays where the window manager put it.
+TEST_F(Tessary, underATilingWindowManagerASnapEndsInTheFailureToast)
+{
+    if (qEnvironmentVariable("TESSARY_TEST_WM") != QLatin1String("i3"))
+        GTEST_SKIP() << "needs a tiling window manager";
+    QProcess xterm;
+    xterm.start(QStringLiteral("xterm"), {QStringLiteral("-title"), QStringLiteral("tessary-e2e-tiled")});
+    const quint64 window = xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"),
+                                       QStringLiteral("tessary-e2e-tiled")})
+                               .toULongLong();
+    ASSERT_NE(window, 0u);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return xdotool({QStringLiteral("getactivewindow")}).toULongLong() == window; }));
+    const std::optional<QRect> tiled = outerFrame(window);
+    const QString pid = QString::number(tessary.processId());
+    const auto toastShown = [&] {
+        const QStringList shown
+            = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"), pid})
+                  .split(u'\n', Qt::SkipEmptyParts);
+        for (const QString &id : shown) {
+            const QString size = xdotool({QStringLiteral("getwindowgeometry"), id});
+            if (size.contains(QLatin1String("x44\n")) || size.endsWith(QLatin1String("x44")))
+                return true;
+        }
+        return false;
+    };
+    // The start-up toasts go first.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !toastShown(); }, 8000));
+
+    QElapsedTimer timer;
+    timer.start();
+    xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+u")});
+    EXPECT_TRUE(QTest::qWaitFor(toastShown, 3000));
+    EXPECT_LT(timer.elapsed(), 1500) << "the press, xdotool and the search take their share of it";
+    EXPECT_TRUE(log().contains(QLatin1String("shortcut fired: topLeft\n"))) << log().toStdString();
+    EXPECT_EQ(outerFrame(window), tiled);
     xterm.kill();
     xterm.waitForFinished();
 }

@@ -3,8 +3,10 @@
 #include "core/platform/running_app.h"
 #include "core/windows/rect.h"
 
+#include <QObject>
 #include <QtGlobal>
 
+#include <functional>
 #include <optional>
 
 namespace tessary {
@@ -16,7 +18,7 @@ using WindowId = quint64;
 // Reads and writes other applications' window frames. Frames are in
 // accessibility coordinates: origin top-left of the first display, y down, the
 // frame the user sees (window-manager decorations included, client-side
-// shadows excluded). Main thread only; every call is synchronous.
+// shadows excluded). Main thread only; every call but setFrame is synchronous.
 class Accessibility {
 public:
     virtual ~Accessibility() = default;
@@ -30,8 +32,13 @@ public:
     // The focused window of `app`, or none when it has no window to move.
     virtual std::optional<WindowId> focusedWindow(const RunningApp &app) const = 0;
     virtual std::optional<Rect> frame(WindowId window) const = 0;
-    // Writes size, position, size; false when any write was refused.
-    virtual bool setFrame(WindowId window, const Rect &frame) = 0;
+    // Starts moving and resizing `window` to `frame`. `done` runs once, on the
+    // main thread, with false when the window is gone, refused, or a later
+    // setFrame on the same window took over; not at all once `context` is
+    // gone. It may run before setFrame returns.
+    virtual void setFrame(
+        WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done)
+        = 0;
     virtual bool isFullScreen(WindowId window) const = 0;
     // Stable for the window's life and distinct between live windows of a process.
     virtual quint64 windowHash(WindowId window) const = 0;

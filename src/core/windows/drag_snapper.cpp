@@ -53,18 +53,20 @@ void DragSnapper::start()
         qCWarning(lcWindows) << "no global mouse monitor: drag snapping is unavailable";
 }
 
-std::optional<Layout> DragSnapper::zone(QPointF pointer, const Rect &screen)
+std::optional<Layout> DragSnapper::zone(QPointF pointer, const Rect &screen, double scale)
 {
     const double x = pointer.x();
     const double y = pointer.y();
-    const bool atLeft = x <= screen.minX() + edgeBand;
-    const bool atRight = x >= screen.maxX() - edgeBand;
-    const bool atTop = y >= screen.maxY() - edgeBand;
-    const bool atBottom = y <= screen.minY() + edgeBand;
-    const bool nearLeft = x <= screen.minX() + cornerReach;
-    const bool nearRight = x >= screen.maxX() - cornerReach;
-    const bool nearTop = y >= screen.maxY() - cornerReach;
-    const bool nearBottom = y <= screen.minY() + cornerReach;
+    const double band = edgeBand * scale;
+    const double reach = cornerReach * scale;
+    const bool atLeft = x <= screen.minX() + band;
+    const bool atRight = x >= screen.maxX() - band;
+    const bool atTop = y >= screen.maxY() - band;
+    const bool atBottom = y <= screen.minY() + band;
+    const bool nearLeft = x <= screen.minX() + reach;
+    const bool nearRight = x >= screen.maxX() - reach;
+    const bool nearTop = y >= screen.maxY() - reach;
+    const bool nearBottom = y <= screen.minY() + reach;
 
     if ((atLeft && nearTop) || (atTop && nearLeft))
         return Layout::topLeft;
@@ -121,30 +123,32 @@ void DragSnapper::snapDroppedWindow()
     if (!front || AX::key(m_accessibility, front->window, front->app.pid) != *m_startKey)
         return;
     const std::optional<Rect> now = m_accessibility.frame(front->window);
-    if (!now || !wasDragged(*now))
+    if (!now)
         return;
 
     const QPointF pointer = m_screens.pointerLocation();
     for (const ScreenInfo &screen : m_screens.screens()) {
         if (!screen.frame.contains(pointer.x(), pointer.y()))
             continue;
-        const std::optional<Layout> layout = zone(pointer, screen.frame);
-        if (!layout)
+        const std::optional<Layout> layout = zone(pointer, screen.frame, screen.scale);
+        if (!layout || !wasDragged(*now, screen.scale))
             return;
         m_manager.remember(*m_startKey, *m_startFrame);
-        const WindowManager::ApplyResult result = m_manager.apply(*layout, front->window, front->app.pid);
-        if (!result.succeeded())
-            qCDebug(lcWindows) << "drag snap to" << rawValue(*layout) << "failed";
+        m_manager.apply(*layout, front->window, front->app.pid, [layout](const WindowManager::ApplyResult &result) {
+            if (!result.succeeded())
+                qCDebug(lcWindows) << "drag snap to" << rawValue(*layout) << "failed";
+        });
         return;
     }
 }
 
-bool DragSnapper::wasDragged(const Rect &now) const
+bool DragSnapper::wasDragged(const Rect &now, double scale) const
 {
     const Rect &start = *m_startFrame;
-    const bool sameSize = std::abs(now.width - start.width) <= resizeTolerance
-        && std::abs(now.height - start.height) <= resizeTolerance;
-    return sameSize && std::hypot(now.x - start.x, now.y - start.y) > minimumTravel;
+    const double tolerance = resizeTolerance * scale;
+    const bool sameSize
+        = std::abs(now.width - start.width) <= tolerance && std::abs(now.height - start.height) <= tolerance;
+    return sameSize && std::hypot(now.x - start.x, now.y - start.y) > minimumTravel * scale;
 }
 
 void DragSnapper::reset()

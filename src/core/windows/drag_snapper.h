@@ -22,7 +22,8 @@ class WindowManager;
 // pointer at a screen edge (half, or maximize at the top) or corner (quarter).
 // The window under the user's hand is captured shortly after the button goes
 // down; on release it must still be in front, have moved by more than 10 points
-// and kept its size within 4 points (otherwise it was resized). Every unmet
+// and kept its size within 4 points (otherwise it was resized). Points are
+// scaled by the scale factor of the display under the pointer. Every unmet
 // condition ends the press silently. The ports and the manager must outlive
 // this object. Main thread only.
 class DragSnapper : public QObject {
@@ -44,16 +45,17 @@ public:
     void setEnabled(bool enabled) { m_enabled = enabled; }
 
     // The layout for a drop with the pointer at `pointer` on a display whose
-    // whole frame is `screen` (desktop coordinates); none away from the edges
-    // and along the bottom edge between the corners.
-    static std::optional<Layout> zone(QPointF pointer, const Rect &screen);
+    // whole frame is `screen` (desktop coordinates) and whose points are
+    // `scale` frame units; none away from the edges and along the bottom edge
+    // between the corners.
+    static std::optional<Layout> zone(QPointF pointer, const Rect &screen, double scale = 1);
 
 private:
     void onMouseDown();
     void onMouseUp();
     void capture(quint64 generation);
     void snapDroppedWindow();
-    bool wasDragged(const Rect &now) const;
+    bool wasDragged(const Rect &now, double scale) const;
     void reset();
 
     WindowManager &m_manager;

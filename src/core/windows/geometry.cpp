@@ -62,13 +62,13 @@ std::span<const Layout> cycles(Layout pressed)
     }
 }
 
-Layout resolve(Layout pressed, const std::optional<Rect> &current, const Rect &visible, double gap)
+Layout resolve(Layout pressed, const std::optional<Rect> &current, const Rect &visible, double gap, double tolerance)
 {
     const std::span<const Layout> cycle = cycles(pressed);
     if (cycle.empty() || !current)
         return pressed;
     for (std::size_t i = 0; i < cycle.size(); ++i) {
-        if (approx(target(cycle[i], visible, gap, current), *current, cycleTolerance))
+        if (approx(target(cycle[i], visible, gap, current), *current, tolerance))
             return cycle[(i + 1) % cycle.size()];
     }
     return cycle.front();

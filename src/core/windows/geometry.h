@@ -21,8 +21,10 @@ Rect target(Layout layout, const Rect &visible, double gap, const std::optional<
 inline constexpr double cycleTolerance = 6;
 
 // The layout to apply when `pressed` is asked for again: a half whose window
-// already sits at a step of its cycle moves on to the next step.
-Layout resolve(Layout pressed, const std::optional<Rect> &current, const Rect &visible, double gap);
+// already sits at a step of its cycle (within `tolerance`) moves on to the
+// next step.
+Layout resolve(Layout pressed, const std::optional<Rect> &current, const Rect &visible, double gap,
+    double tolerance = cycleTolerance);
 
 // The cycle a repeated layout walks through; empty for layouts that do not cycle.
 std::span<const Layout> cycles(Layout pressed);

@@ -61,87 +61,116 @@ WindowManager::WindowManager(Accessibility &accessibility, Workspace &workspace,
 {
 }
 
-WindowManager::ApplyResult WindowManager::apply(Layout layout, WindowId window, qint64 pid)
+void WindowManager::apply(Layout layout, WindowId window, qint64 pid, ApplyDone done)
 {
     if (m_accessibility.isFullScreen(window))
-        return Failure::fullScreen;
-    const std::optional<Rect> frame = m_accessibility.frame(window);
+        return done(Failure::fullScreen);
+    const QString key = AX::key(m_accessibility, window, pid);
+    const std::optional<Rect> frame = currentFrame(key, window);
     if (!frame)
-        return Failure::cannotMove;
+        return done(Failure::cannotMove);
     const QList<ScreenInfo> screens = m_screens.screens();
     if (screens.isEmpty())
-        return Failure::noWindow;
+        return done(Failure::noWindow);
 
     const double height = primaryHeight(screens);
     const Rect desktopFrame = Geometry::flip(*frame, height);
-    const Rect visible = screens.at(qsizetype(displayIndex(desktopFrame, screens))).visible;
-    const QString key = AX::key(m_accessibility, window, pid);
+    const ScreenInfo &display = screens.at(qsizetype(displayIndex(desktopFrame, screens)));
+    const double gap = m_gap * display.scale;
+    const double tolerance = Geometry::cycleTolerance * display.scale;
     remember(key, *frame);
 
-    const Rect cycling = Geometry::flip(cyclingFrame(key, *frame), height);
-    const Layout effective = Geometry::resolve(layout, cycling, visible, m_gap);
-    const Rect written = Geometry::flip(Geometry::target(effective, visible, m_gap, desktopFrame), height);
-    if (!m_accessibility.setFrame(window, written)) {
-        qCDebug(lcWindows) << "window" << window << "refused" << rawValue(effective);
-        return Failure::cannotMove;
-    }
-    if (const std::optional<Rect> settled = m_accessibility.frame(window))
-        m_snaps.insert(key, {written, *settled});
-    else
-        m_snaps.remove(key);
-    return effective;
+    const Rect cycling = Geometry::flip(cyclingFrame(key, *frame, tolerance), height);
+    const Layout effective = Geometry::resolve(layout, cycling, display.visible, gap, tolerance);
+    const Rect written = Geometry::flip(Geometry::target(effective, display.visible, gap, desktopFrame), height);
+    write(key, window, written, [this, key, window, written, effective, done = std::move(done)](bool moved) {
+        if (!moved) {
+            qCDebug(lcWindows) << "window" << window << "refused" << rawValue(effective);
+            return done(Failure::cannotMove);
+        }
+        if (const std::optional<Rect> settled = m_accessibility.frame(window))
+            m_snaps.insert(key, {written, *settled});
+        else
+            m_snaps.remove(key);
+        done(effective);
+    });
 }
 
-Rect WindowManager::cyclingFrame(const QString &key, const Rect &frame) const
+Rect WindowManager::cyclingFrame(const QString &key, const Rect &frame, double tolerance) const
 {
+    const auto writing = m_writing.constFind(key);
+    if (writing != m_writing.cend())
+        return writing->frame;
     const auto snap = m_snaps.constFind(key);
-    if (snap != m_snaps.cend() && Geometry::approx(frame, snap->settled, Geometry::cycleTolerance))
+    if (snap != m_snaps.cend() && Geometry::approx(frame, snap->settled, tolerance))
         return snap->written;
     return frame;
 }
 
-std::optional<WindowManager::Failure> WindowManager::restore()
+std::optional<Rect> WindowManager::currentFrame(const QString &key, WindowId window) const
 {
-    if (!m_accessibility.isTrusted())
-        return Failure::noPermission;
-    const std::optional<AX::FrontWindow> front = AX::frontWindow(m_workspace, m_accessibility);
-    if (!front)
-        return Failure::noWindow;
-    const auto entry = m_originals.constFind(AX::key(m_accessibility, front->window, front->app.pid));
-    if (entry == m_originals.constEnd())
-        return std::nullopt;
-    const Rect original = *entry;
-    m_originals.erase(entry);
-    if (!m_accessibility.setFrame(front->window, original))
-        return Failure::cannotMove;
-    return std::nullopt;
+    const auto writing = m_writing.constFind(key);
+    if (writing != m_writing.cend())
+        return writing->frame;
+    return m_accessibility.frame(window);
 }
 
-std::optional<WindowManager::Failure> WindowManager::moveToDisplay(bool next)
+void WindowManager::write(
+    const QString &key, WindowId window, const Rect &frame, std::function<void(bool moved)> finished)
+{
+    const quint64 serial = ++m_lastWrite;
+    m_writing.insert(key, {serial, frame});
+    m_accessibility.setFrame(window, frame, this, [this, key, serial, finished = std::move(finished)](bool moved) {
+        const auto writing = m_writing.constFind(key);
+        if (writing == m_writing.cend() || writing->serial != serial)
+            return;
+        m_writing.erase(writing);
+        finished(moved);
+    });
+}
+
+void WindowManager::restore(Done done)
 {
     if (!m_accessibility.isTrusted())
-        return Failure::noPermission;
+        return done(Failure::noPermission);
     const std::optional<AX::FrontWindow> front = AX::frontWindow(m_workspace, m_accessibility);
     if (!front)
-        return Failure::noWindow;
+        return done(Failure::noWindow);
+    const QString key = AX::key(m_accessibility, front->window, front->app.pid);
+    const auto entry = m_originals.constFind(key);
+    if (entry == m_originals.constEnd())
+        return done(std::nullopt);
+    const Rect original = *entry;
+    m_originals.erase(entry);
+    write(key, front->window, original,
+        [done = std::move(done)](bool moved) { done(moved ? std::nullopt : std::optional(Failure::cannotMove)); });
+}
+
+void WindowManager::moveToDisplay(bool next, Done done)
+{
+    if (!m_accessibility.isTrusted())
+        return done(Failure::noPermission);
+    const std::optional<AX::FrontWindow> front = AX::frontWindow(m_workspace, m_accessibility);
+    if (!front)
+        return done(Failure::noWindow);
     if (m_accessibility.isFullScreen(front->window))
-        return Failure::cannotMove;
-    const std::optional<Rect> frame = m_accessibility.frame(front->window);
+        return done(Failure::cannotMove);
+    const QString key = AX::key(m_accessibility, front->window, front->app.pid);
+    const std::optional<Rect> frame = currentFrame(key, front->window);
     if (!frame)
-        return Failure::cannotMove;
+        return done(Failure::cannotMove);
     const QList<ScreenInfo> screens = m_screens.screens();
     const qsizetype count = screens.size();
     if (count < 2)
-        return std::nullopt;
+        return done(std::nullopt);
 
     const double height = primaryHeight(screens);
     const Rect desktopFrame = Geometry::flip(*frame, height);
     const qsizetype current = qsizetype(displayIndex(desktopFrame, screens));
     const qsizetype destination = next ? (current + 1) % count : (current + count - 1) % count;
     const Rect carried = Geometry::remap(desktopFrame, screens.at(current).visible, screens.at(destination).visible);
-    if (!m_accessibility.setFrame(front->window, Geometry::flip(carried, height)))
-        return Failure::cannotMove;
-    return std::nullopt;
+    write(key, front->window, Geometry::flip(carried, height),
+        [done = std::move(done)](bool moved) { done(moved ? std::nullopt : std::optional(Failure::cannotMove)); });
 }
 
 void WindowManager::remember(const QString &key, const Rect &frame)

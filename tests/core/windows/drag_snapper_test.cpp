@@ -3,6 +3,7 @@
 #include "core/windows/window_manager.h"
 #include "platform/fake/windows/fake_desktop.h"
 
+#include "completed_operations.h"
 #include "window_printers.h"
 
 #include <QTest>
@@ -60,7 +61,11 @@ struct ZoneCase {
     QPointF pointer;
     std::optional<Layout> expected;
     Rect screen = primary.frame;
-    friend void PrintTo(const ZoneCase &c, std::ostream *os) { *os << c.pointer.x() << ", " << c.pointer.y(); }
+    double scale = 1;
+    friend void PrintTo(const ZoneCase &c, std::ostream *os)
+    {
+        *os << c.pointer.x() << ", " << c.pointer.y() << " at " << c.scale << "x";
+    }
 };
 
 class DropZones : public ::testing::TestWithParam<ZoneCase> { };
@@ -68,7 +73,7 @@ class DropZones : public ::testing::TestWithParam<ZoneCase> { };
 TEST_P(DropZones, followTheTable)
 {
     const ZoneCase &c = GetParam();
-    EXPECT_EQ(DragSnapper::zone(c.pointer, c.screen), c.expected);
+    EXPECT_EQ(DragSnapper::zone(c.pointer, c.screen, c.scale), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Primary, DropZones,
@@ -93,6 +98,13 @@ INSTANTIATE_TEST_SUITE_P(Second, DropZones,
         ZoneCase{{3360, 1080}, Layout::topRight, second.frame}, ZoneCase{{1925, 183}, Layout::bottomLeft, second.frame},
         ZoneCase{{2640, 183}, std::nullopt, second.frame}, ZoneCase{{2640, 1076}, Layout::maximize, second.frame},
         ZoneCase{{3355, 600}, Layout::rightHalf, second.frame}));
+
+// Edge bands and corner reaches are points: twice as many pixels at 2x.
+INSTANTIATE_TEST_SUITE_P(DoubleDensity, DropZones,
+    ::testing::Values(ZoneCase{{12, 540}, Layout::leftHalf, primary.frame, 2},
+        ZoneCase{{12.5, 540}, std::nullopt, primary.frame, 2}, ZoneCase{{12, 1000}, Layout::topLeft, primary.frame, 2},
+        ZoneCase{{12, 999.5}, Layout::leftHalf, primary.frame, 2},
+        ZoneCase{{80, 1068}, Layout::topLeft, primary.frame, 2}));
 
 struct MotionCase {
     const char *name;
@@ -125,6 +137,24 @@ INSTANTIATE_TEST_SUITE_P(Cases, DragOrResize,
         MotionCase{"heightChangedFive", {-200, 0}, {0, -5}, false},
         MotionCase{"resizedByItsLeftEdge", {-300, 0}, {300, 0}, false}),
     [](const auto &p) { return std::string(p.param.name); });
+
+// Travel and resize tolerance are points too: on a display of twice the
+// density the same hand movement covers twice the pixels.
+TEST_F(DragSnapperTest, onADoubleDensityDisplayThresholdsCountInPoints)
+{
+    desktop.setScreens({{primary.frame, primary.visible, 2}});
+    const struct {
+        QPointF travel;
+        QSizeF resize;
+        bool snaps;
+    } motions[]
+        = {{{-20, 0}, {0, 0}, false}, {{-21, 0}, {0, 0}, true}, {{-200, 0}, {8, -8}, true}, {{-200, 0}, {9, 0}, false}};
+    for (const auto &motion : motions) {
+        const WindowId w = desktop.addWindow(editor, startFrame);
+        drag(w, motion.travel, motion.resize, {11, 540});
+        EXPECT_EQ(desktop.frameWrites(w), motion.snaps ? 1 : 0) << motion.travel.x() << " " << motion.resize.width();
+    }
+}
 
 struct DropCase {
     const char *name;
@@ -232,7 +262,7 @@ TEST_F(DragSnapperTest, restoreAfterADragSnapReturnsToTheFrameWhereTheDragBegan)
     const WindowId w = desktop.addWindow(editor, startFrame);
     drag(w, {-300, 40}, {0, 0}, primaryLeftEdge);
     ASSERT_EQ(desktop.windowFrame(w), primaryLeftHalf);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), startFrame);
 }
 

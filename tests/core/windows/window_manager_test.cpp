@@ -2,6 +2,7 @@
 
 #include "platform/fake/windows/fake_desktop.h"
 
+#include "completed_operations.h"
 #include "window_printers.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +64,7 @@ TEST_P(ApplyLandsOnTarget, inTheVisibleAreaOfTheWindowsDisplay)
     const ApplyCase &c = GetParam();
     const WindowId w = desktop.addWindow(editor, c.window);
     manager.setGap(c.gap);
-    EXPECT_EQ(manager.apply(c.pressed, w, editor.pid), WindowManager::ApplyResult(c.applied));
+    EXPECT_EQ(applied(manager, c.pressed, w, editor.pid), WindowManager::ApplyResult(c.applied));
     EXPECT_EQ(desktop.windowFrame(w), c.expected);
 }
 
@@ -105,7 +106,7 @@ TEST_P(SteppedWindowCycles, throughEveryStep)
     desktop.setSizeStep(w, c.step);
     manager.setGap(c.gap);
     for (const Layout expected : c.applied)
-        EXPECT_EQ(manager.apply(c.pressed, w, editor.pid), WindowManager::ApplyResult(expected));
+        EXPECT_EQ(applied(manager, c.pressed, w, editor.pid), WindowManager::ApplyResult(expected));
 }
 
 const std::array<Layout, 4> leftCycle{Layout::leftHalf, Layout::firstTwoThirds, Layout::firstThird, Layout::leftHalf};
@@ -137,11 +138,11 @@ TEST_P(InterruptedCycle, startsAfreshOnceTheUserMovedTheWindow)
     const InterruptedCycleCase &c = GetParam();
     const WindowId w = desktop.addWindow(editor, unsnapped);
     desktop.setSizeStep(w, {1, 16});
-    ASSERT_TRUE(manager.apply(Layout::leftHalf, w, editor.pid).succeeded());
+    ASSERT_TRUE(applied(manager, Layout::leftHalf, w, editor.pid).succeeded());
     ASSERT_EQ(desktop.windowFrame(w), (Rect{0, 25, 960, 1040}));
 
     desktop.placeWindow(w, c.placed);
-    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.applied));
+    EXPECT_EQ(applied(manager, Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.applied));
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, InterruptedCycle,
@@ -156,11 +157,82 @@ TEST_F(WindowManagerTest, anotherWindowWhereASteppedOneSettledIsNotOnTheCycle)
 {
     const WindowId stepped = desktop.addWindow(editor, unsnapped);
     desktop.setSizeStep(stepped, {1, 16});
-    ASSERT_TRUE(manager.apply(Layout::leftHalf, stepped, editor.pid).succeeded());
+    ASSERT_TRUE(applied(manager, Layout::leftHalf, stepped, editor.pid).succeeded());
 
     const WindowId other = desktop.addWindow(editor, desktop.windowFrame(stepped));
-    EXPECT_EQ(manager.apply(Layout::leftHalf, other, editor.pid), WindowManager::ApplyResult(Layout::leftHalf));
+    EXPECT_EQ(applied(manager, Layout::leftHalf, other, editor.pid), WindowManager::ApplyResult(Layout::leftHalf));
 }
+
+// While a move is under way the window still shows its old frame: a newer
+// snap starts from the frame being written and takes over.
+TEST_F(WindowManagerTest, aSnapPressedAgainWhileTheFirstIsUnderWayCyclesFromItAndWins)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setHoldsFrameWrites(true);
+    QList<WindowManager::ApplyResult> results;
+    const auto record = [&results](const WindowManager::ApplyResult &result) { results.append(result); };
+    manager.apply(Layout::leftHalf, w, editor.pid, record);
+    manager.apply(Layout::leftHalf, w, editor.pid, record);
+    EXPECT_EQ(desktop.heldFrameWrites(), 1);
+    EXPECT_TRUE(results.isEmpty());
+
+    desktop.finishFrameWrites();
+    EXPECT_EQ(results, QList<WindowManager::ApplyResult>{Layout::firstTwoThirds});
+    EXPECT_EQ(desktop.windowFrame(w), (Rect{0, 25, 1280, 1055}));
+    desktop.setHoldsFrameWrites(false);
+    EXPECT_EQ(applied(manager, Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Layout::firstThird));
+    EXPECT_EQ(restored(manager), std::nullopt);
+    EXPECT_EQ(desktop.windowFrame(w), unsnapped);
+}
+
+TEST_F(WindowManagerTest, aDisplayMoveWhileASnapIsUnderWayCarriesTheSnapsTarget)
+{
+    const WindowId w = desktop.addWindow(editor, unsnapped);
+    desktop.setHoldsFrameWrites(true);
+    manager.apply(Layout::leftHalf, w, editor.pid,
+        [](const WindowManager::ApplyResult &) { ADD_FAILURE() << "the display move took over"; });
+    bool moved = false;
+    manager.moveToDisplay(true, [&moved](std::optional<Failure> failure) { moved = !failure; });
+    desktop.finishFrameWrites();
+    EXPECT_TRUE(moved);
+    EXPECT_EQ(desktop.windowFrame(w), (Rect{1920, 0, 720, 900}));
+}
+
+// A display of twice the density, twice the size: every gap, step and
+// tolerance counts in points, so each frame is exactly twice the one on a
+// display of single density.
+class DoubleDensity : public ::testing::TestWithParam<Layout> { };
+
+TEST_P(DoubleDensity, snapsAsASingleDensityDisplayDoes)
+{
+    const auto snap = [](double scale, const Rect &nudge) {
+        const auto doubled = [scale](const Rect &r) {
+            return Rect{r.x * scale, r.y * scale, r.width * scale, r.height * scale};
+        };
+        FakeDesktop desktop;
+        desktop.setScreens({{doubled({0, 0, 1440, 900}), doubled({0, 0, 1440, 876}), scale}});
+        WindowManager manager(desktop, desktop, desktop);
+        manager.setGap(8);
+        const WindowId w = desktop.addWindow(editor, doubled({100, 100, 800, 600}));
+        QList<Rect> frames;
+        for (int press = 0; press < 3; ++press) {
+            EXPECT_TRUE(applied(manager, GetParam(), w, editor.pid).succeeded());
+            frames.append(desktop.windowFrame(w));
+            // A window that settles off its target by up to the cycling
+            // tolerance still counts as there.
+            const Rect f = desktop.windowFrame(w);
+            desktop.placeWindow(w, {f.x + nudge.x, f.y + nudge.y, f.width + nudge.width, f.height + nudge.height});
+        }
+        for (Rect &frame : frames)
+            frame = {frame.x / scale, frame.y / scale, frame.width / scale, frame.height / scale};
+        return frames;
+    };
+    EXPECT_EQ(snap(2, {12, 0, -12, 0}), snap(1, {6, 0, -6, 0}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, DoubleDensity,
+    ::testing::Values(Layout::leftHalf, Layout::rightHalf, Layout::topLeft, Layout::maximize, Layout::center),
+    [](const auto &p) { return rawValue(p.param).toStdString(); });
 
 struct ApplyCheckCase {
     const char *name;
@@ -181,7 +253,7 @@ TEST_P(ApplyOrderOfChecks, reportsTheFirstUnmetConditionAndWritesNothing)
     desktop.setFrameReadable(w, c.frameReadable);
     if (!c.displays)
         desktop.setScreens({});
-    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.expected));
+    EXPECT_EQ(applied(manager, Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(c.expected));
     EXPECT_EQ(desktop.frameWrites(w), 0);
 }
 
@@ -195,28 +267,28 @@ TEST_F(WindowManagerTest, aWindowThatRefusesTheMoveKeepsItsRecordedOriginal)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
     desktop.setAcceptsMoves(w, false);
-    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::cannotMove));
+    EXPECT_EQ(applied(manager, Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::cannotMove));
 
     desktop.setAcceptsMoves(w, true);
-    EXPECT_TRUE(manager.apply(Layout::rightHalf, w, editor.pid).succeeded());
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_TRUE(applied(manager, Layout::rightHalf, w, editor.pid).succeeded());
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), unsnapped);
 }
 
 TEST_F(WindowManagerTest, restoreReturnsToTheFrameBeforeTheFirstSnapOnlyOnce)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.frameWrites(w), 0);
 
-    manager.apply(Layout::leftHalf, w, editor.pid);
-    manager.apply(Layout::topHalf, w, editor.pid);
+    applied(manager, Layout::leftHalf, w, editor.pid);
+    applied(manager, Layout::topHalf, w, editor.pid);
 
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), unsnapped);
     const int writes = desktop.frameWrites(w);
 
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.frameWrites(w), writes);
     EXPECT_EQ(desktop.windowFrame(w), unsnapped);
 }
@@ -224,13 +296,13 @@ TEST_F(WindowManagerTest, restoreReturnsToTheFrameBeforeTheFirstSnapOnlyOnce)
 TEST_F(WindowManagerTest, restoreActsOnTheFrontWindowOnly)
 {
     const WindowId a = desktop.addWindow(editor, unsnapped);
-    manager.apply(Layout::leftHalf, a, editor.pid);
+    applied(manager, Layout::leftHalf, a, editor.pid);
     const WindowId b = desktop.addWindow(editor, {50, 60, 700, 500});
-    manager.apply(Layout::rightHalf, b, editor.pid);
+    applied(manager, Layout::rightHalf, b, editor.pid);
     const Rect bSnapped = desktop.windowFrame(b);
 
     desktop.activate(a);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(a), unsnapped);
     EXPECT_EQ(desktop.windowFrame(b), bSnapped);
 }
@@ -238,24 +310,24 @@ TEST_F(WindowManagerTest, restoreActsOnTheFrontWindowOnly)
 TEST_F(WindowManagerTest, restoreWhileOwnPanelIsActiveActsOnTheLastOtherWindow)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
-    manager.apply(Layout::leftHalf, w, editor.pid);
+    applied(manager, Layout::leftHalf, w, editor.pid);
     desktop.activateOwnApp();
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), unsnapped);
 }
 
 TEST_F(WindowManagerTest, aRefusedRestoreStillForgetsTheOriginal)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
-    manager.apply(Layout::leftHalf, w, editor.pid);
+    applied(manager, Layout::leftHalf, w, editor.pid);
     const Rect snapped = desktop.windowFrame(w);
     desktop.setAcceptsMoves(w, false);
     desktop.setAcceptsResizes(w, false);
-    EXPECT_EQ(manager.restore(), Failure::cannotMove);
+    EXPECT_EQ(restored(manager), Failure::cannotMove);
 
     desktop.setAcceptsMoves(w, true);
     desktop.setAcceptsResizes(w, true);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), snapped);
 }
 
@@ -267,9 +339,9 @@ struct FrontOperation {
 };
 
 const FrontOperation frontOperations[] = {
-    {"restore", [](WindowManager &m) { return m.restore(); }},
-    {"nextDisplay", [](WindowManager &m) { return m.moveToDisplay(true); }},
-    {"previousDisplay", [](WindowManager &m) { return m.moveToDisplay(false); }},
+    {"restore", [](WindowManager &m) { return restored(m); }},
+    {"nextDisplay", [](WindowManager &m) { return movedToDisplay(m, true); }},
+    {"previousDisplay", [](WindowManager &m) { return movedToDisplay(m, false); }},
 };
 
 struct FrontCheckCase {
@@ -316,8 +388,8 @@ TEST_F(WindowManagerTest, fullScreenIsRefusedOnApplyButCannotMoveOnADisplayMove)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
     desktop.setFullScreen(w, true);
-    EXPECT_EQ(manager.apply(Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::fullScreen));
-    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+    EXPECT_EQ(applied(manager, Layout::leftHalf, w, editor.pid), WindowManager::ApplyResult(Failure::fullScreen));
+    EXPECT_EQ(movedToDisplay(manager, true), Failure::cannotMove);
     EXPECT_EQ(desktop.frameWrites(w), 0);
 }
 
@@ -325,18 +397,18 @@ TEST_F(WindowManagerTest, displayMoveOfAnUnreadableOrRefusingWindowCannotMove)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
     desktop.setFrameReadable(w, false);
-    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+    EXPECT_EQ(movedToDisplay(manager, true), Failure::cannotMove);
     desktop.setFrameReadable(w, true);
     desktop.setAcceptsMoves(w, false);
-    EXPECT_EQ(manager.moveToDisplay(true), Failure::cannotMove);
+    EXPECT_EQ(movedToDisplay(manager, true), Failure::cannotMove);
 }
 
 TEST_F(WindowManagerTest, withOneDisplayDisplayMovesSucceedInPlace)
 {
     desktop.setScreens({primary});
     const WindowId w = desktop.addWindow(editor, unsnapped);
-    EXPECT_EQ(manager.moveToDisplay(true), std::nullopt);
-    EXPECT_EQ(manager.moveToDisplay(false), std::nullopt);
+    EXPECT_EQ(movedToDisplay(manager, true), std::nullopt);
+    EXPECT_EQ(movedToDisplay(manager, false), std::nullopt);
     EXPECT_EQ(desktop.frameWrites(w), 0);
 }
 
@@ -361,7 +433,7 @@ TEST_P(DisplayMoves, carryTheWindowAndWrapAround)
     const DisplayMoveCase &c = GetParam();
     desktop.setScreens(c.screens);
     const WindowId w = desktop.addWindow(editor, c.from);
-    EXPECT_EQ(manager.moveToDisplay(c.next), std::nullopt);
+    EXPECT_EQ(movedToDisplay(manager, c.next), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), c.expected);
 }
 
@@ -378,14 +450,14 @@ INSTANTIATE_TEST_SUITE_P(Cases, DisplayMoves,
 TEST_F(WindowManagerTest, displayMovesNeitherRecordNorForgetOriginals)
 {
     const WindowId w = desktop.addWindow(editor, unsnapped);
-    manager.moveToDisplay(true);
+    movedToDisplay(manager, true);
     const int writes = desktop.frameWrites(w);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.frameWrites(w), writes);
 
-    manager.apply(Layout::leftHalf, w, editor.pid);
-    manager.moveToDisplay(true);
-    EXPECT_EQ(manager.restore(), std::nullopt);
+    applied(manager, Layout::leftHalf, w, editor.pid);
+    movedToDisplay(manager, true);
+    EXPECT_EQ(restored(manager), std::nullopt);
     EXPECT_EQ(desktop.windowFrame(w), onSecond);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
+#include "awaited.h"
 #include "core/windows/geometry.h"
 #include "foreign_window.h"
 #include "test_desktop.h"
@@ -13,6 +14,15 @@ namespace tessary {
 namespace {
 
 QRect toRoot(const Rect &r) { return QRect(int(r.x), int(r.y), int(r.width), int(r.height)); }
+
+// Whether the window moved, once the move has ended.
+bool moved(X11Accessibility &accessibility, xcb_window_t window, const Rect &frame)
+{
+    QObject context;
+    return awaited<bool>([&](std::function<void(bool)> done) {
+        accessibility.setFrame(window, frame, &context, std::move(done));
+    }).value_or(false);
+}
 
 struct ClientCase {
     const char *program;
@@ -48,7 +58,7 @@ TEST_P(SnapEveryLayout, landsOnTheTargetOnEachMonitor)
             const QRect target
                 = toRoot(Geometry::flip(Geometry::target(layout, screen.visible, 8, desktopFrame), primaryHeight));
 
-            ASSERT_TRUE(accessibility.setFrame(client.window,
+            ASSERT_TRUE(moved(accessibility, client.window,
                 Rect{double(target.x()), double(target.y()), double(target.width()), double(target.height())}));
 
             const QRect real = desktop.managedFrame(client.window);
@@ -77,7 +87,7 @@ TEST(X11Accessibility, unmaximizesBeforeMoving)
     ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.managedFrame(client.window).width() == 1920; }));
 
     X11Accessibility accessibility(desktop.x11());
-    ASSERT_TRUE(accessibility.setFrame(client.window, Rect{100, 50, 700, 500}));
+    ASSERT_TRUE(moved(accessibility, client.window, Rect{100, 50, 700, 500}));
 
     EXPECT_EQ(desktop.managedFrame(client.window), QRect(100, 50, 700, 500));
     EXPECT_FALSE(desktop.hasState(client.window, "_NET_WM_STATE_MAXIMIZED_VERT"));
@@ -97,7 +107,7 @@ TEST(X11Accessibility, leavesAClientSideShadowOutOfTheFrame)
     ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.activeWindow() == window.id(); }));
     ASSERT_EQ(desktop.managedFrame(window.id()), window.geometry()) << "openbox decorated it";
 
-    ASSERT_TRUE(accessibility.setFrame(window.id(), Rect{100, 50, 700, 500}));
+    ASSERT_TRUE(moved(accessibility, window.id(), Rect{100, 50, 700, 500}));
 
     EXPECT_EQ(window.geometry(), QRect(100 - 12, 50 - 8, 700 + 12 + 14, 500 + 8 + 20));
     EXPECT_EQ(accessibility.frame(window.id()), (Rect{100, 50, 700, 500}));
@@ -121,7 +131,7 @@ TEST(X11Accessibility, aWindowThatIsGoneHasNoFrameAndCannotMove)
     X11Accessibility accessibility(desktop.x11());
     const WindowId gone = 0x7ffffff;
     EXPECT_FALSE(accessibility.frame(gone));
-    EXPECT_FALSE(accessibility.setFrame(gone, Rect{0, 0, 300, 300}));
+    EXPECT_FALSE(moved(accessibility, gone, Rect{0, 0, 300, 300}));
 }
 
 // xlogo sets no _NET_WM_PID: its process still comes from the X server, and

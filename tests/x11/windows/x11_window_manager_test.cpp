@@ -5,12 +5,14 @@
 #include "core/windows/geometry.h"
 #include "core/windows/window_manager.h"
 #include "platform/x11/windows/x11_accessibility.h"
+#include "platform/x11/windows/x11_frame_move.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
 #include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_mouse_monitor.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
 
+#include "awaited.h"
 #include "root_property.h"
 #include "test_desktop.h"
 
@@ -18,6 +20,7 @@
 
 #include <QElapsedTimer>
 #include <QTest>
+#include <QTimer>
 
 #include <vector>
 
@@ -70,7 +73,26 @@ protected:
 
     WindowManager::ApplyResult apply(Layout layout, const TestDesktop::Client &client)
     {
-        return manager.apply(layout, client.window, client.pid);
+        const auto result = awaited<WindowManager::ApplyResult>(
+            [&](WindowManager::ApplyDone done) { manager.apply(layout, client.window, client.pid, std::move(done)); });
+        if (!result)
+            ADD_FAILURE() << "the snap never ended";
+        return result.value_or(WindowManager::Failure::noWindow);
+    }
+
+    // True when the operation ended without a failure.
+    bool succeeds(const std::function<void(WindowManager::Done)> &operation)
+    {
+        const auto result = awaited<std::optional<WindowManager::Failure>>(operation);
+        return result && !*result;
+    }
+    bool moveToDisplay(bool next)
+    {
+        return succeeds([&](WindowManager::Done done) { manager.moveToDisplay(next, std::move(done)); });
+    }
+    bool restore()
+    {
+        return succeeds([&](WindowManager::Done done) { manager.restore(std::move(done)); });
     }
 
     TestDesktop desktop;
@@ -107,6 +129,24 @@ TEST_F(WindowManagerOnX11, aRepeatedLeftHalfCyclesATerminalThatRoundsToWholeCell
     }
 }
 
+// Two presses faster than the window manager: the second starts from the
+// first one's target and takes over; only its answer comes, and the window
+// ends where it says.
+TEST_F(WindowManagerOnX11, aSecondSnapWhileTheFirstIsUnderWayTakesOver)
+{
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+    QList<WindowManager::ApplyResult> results;
+    const auto record = [&results](const WindowManager::ApplyResult &result) { results.append(result); };
+    manager.apply(Layout::leftHalf, xlogo.window, xlogo.pid, record);
+    manager.apply(Layout::leftHalf, xlogo.window, xlogo.pid, record);
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return !results.isEmpty(); }));
+    QTest::qWait(int(X11FrameMove::phaseDeadline.count()));
+    EXPECT_EQ(results, QList<WindowManager::ApplyResult>{Layout::firstTwoThirds});
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), target(Layout::firstTwoThirds, 0));
+    EXPECT_EQ(apply(Layout::leftHalf, xlogo), WindowManager::ApplyResult(Layout::firstThird));
+}
+
 TEST_F(WindowManagerOnX11, nextDisplayCarriesTheWindowAcrossAndBack)
 {
     const TestDesktop::Client xterm = launch("xterm", "80x24+300+200");
@@ -121,7 +161,7 @@ TEST_F(WindowManagerOnX11, nextDisplayCarriesTheWindowAcrossAndBack)
         QPoint topLeft;
     } steps[] = {{true, {1920 + 225, 167}}, {true, {300, 200}}, {false, {1920 + 225, 167}}};
     for (const auto &step : steps) {
-        EXPECT_FALSE(manager.moveToDisplay(step.next));
+        EXPECT_TRUE(moveToDisplay(step.next));
         const QRect now = desktop.managedFrame(xterm.window);
         EXPECT_EQ(now.x(), step.topLeft.x());
         EXPECT_NEAR(now.y(), step.topLeft.y(), 1);
@@ -138,9 +178,9 @@ TEST_F(WindowManagerOnX11, restoreBringsBackTheFrameBeforeTheFirstSnap)
     ASSERT_TRUE(apply(Layout::maximize, xterm).succeeded());
     ASSERT_NE(desktop.managedFrame(xterm.window), first);
 
-    EXPECT_FALSE(manager.restore());
+    EXPECT_TRUE(restore());
     EXPECT_EQ(desktop.managedFrame(xterm.window), first);
-    EXPECT_FALSE(manager.restore());
+    EXPECT_TRUE(restore());
     EXPECT_EQ(desktop.managedFrame(xterm.window), first);
 }
 
@@ -157,13 +197,14 @@ TEST_F(WindowManagerOnX11, aTopBarPublishedForThePrimaryKeepsMaximizedAndTopWind
         EXPECT_EQ(frame, target(layout, 0));
         EXPECT_EQ(frame.top(), 32 + int(gap));
     }
-    EXPECT_FALSE(manager.moveToDisplay(true));
+    EXPECT_TRUE(moveToDisplay(true));
     ASSERT_TRUE(apply(Layout::topHalf, xlogo).succeeded());
     EXPECT_EQ(desktop.managedFrame(xlogo.window).top(), int(gap));
 }
 
 // A tiling window manager decides sizes itself: the snap fails, and says so
-// within the bound a write waits for the window manager.
+// within the bound a write waits for the window manager, while the event
+// loop goes on.
 TEST_F(WindowManagerOnX11, aTilingWindowManagerRefusesTheSnapInTime)
 {
     if (qEnvironmentVariable("TESSARY_TEST_WM") != QLatin1String("i3"))
@@ -173,8 +214,18 @@ TEST_F(WindowManagerOnX11, aTilingWindowManagerRefusesTheSnapInTime)
     const QRect tiled = desktop.managedFrame(xlogo.window);
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(apply(Layout::topLeft, xlogo), WindowManager::ApplyResult(WindowManager::Failure::cannotMove));
-    EXPECT_LT(timer.elapsed(), 1000);
+    std::optional<WindowManager::ApplyResult> result;
+    qint64 answeredAfter = -1;
+    bool loopTurnedBefore = false;
+    manager.apply(Layout::topLeft, xlogo.window, xlogo.pid, [&](const WindowManager::ApplyResult &outcome) {
+        result = outcome;
+        answeredAfter = timer.elapsed();
+    });
+    QTimer::singleShot(0, &manager, [&] { loopTurnedBefore = !result; });
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return result.has_value(); }));
+    EXPECT_TRUE(loopTurnedBefore);
+    EXPECT_EQ(*result, WindowManager::ApplyResult(WindowManager::Failure::cannotMove));
+    EXPECT_LT(answeredAfter, 1000);
     EXPECT_EQ(desktop.managedFrame(xlogo.window), tiled);
 }
 
@@ -196,7 +247,7 @@ TEST_F(WindowManagerOnX11, aHotKeyPressSnapsTheFrontWindow)
     HotKeyCenter center(service);
     const auto id = center.registerHotKey({124, KeyCombo::control | KeyCombo::option}, [this] {
         if (const auto front = AX::frontWindow(workspace, accessibility))
-            manager.apply(Layout::rightHalf, front->window, front->app.pid);
+            manager.apply(Layout::rightHalf, front->window, front->app.pid, [](const WindowManager::ApplyResult &) {});
     });
     ASSERT_EQ(id, 1u);
 

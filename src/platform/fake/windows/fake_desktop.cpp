@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <cmath>
+#include <utility>
 
 namespace tessary {
 
@@ -99,7 +100,37 @@ std::optional<Rect> FakeDesktop::frame(WindowId id) const
     return it->frame;
 }
 
-bool FakeDesktop::setFrame(WindowId id, const Rect &frame)
+void FakeDesktop::setFrame(WindowId id, const Rect &frame, const QObject *context, std::function<void(bool moved)> done)
+{
+    HeldWrite held{id, frame, context, std::move(done)};
+    if (!m_holdsWrites) {
+        complete(held, write(id, frame));
+        return;
+    }
+    for (qsizetype i = 0; i < m_heldWrites.size(); ++i) {
+        if (m_heldWrites.at(i).window == id) {
+            const HeldWrite superseded = m_heldWrites.takeAt(i);
+            complete(superseded, false);
+            break;
+        }
+    }
+    m_heldWrites.append(std::move(held));
+}
+
+void FakeDesktop::finishFrameWrites()
+{
+    const QList<HeldWrite> writes = std::exchange(m_heldWrites, {});
+    for (const HeldWrite &held : writes)
+        complete(held, write(held.window, held.frame));
+}
+
+void FakeDesktop::complete(const HeldWrite &write, bool moved)
+{
+    if (write.context)
+        write.done(moved);
+}
+
+bool FakeDesktop::write(WindowId id, const Rect &frame)
 {
     const auto it = m_windows.find(id);
     if (it == m_windows.end())

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QPointF>
+#include <QPointer>
 #include <QSizeF>
 
 #include <functional>
@@ -61,6 +62,13 @@ public:
     void setFrameReadable(WindowId window, bool readable);
     // Number of setFrame calls that reached `window`.
     int frameWrites(WindowId window) const;
+    // While held, setFrame only queues its write (one per window: a newer one
+    // completes the older with false), as a window manager that takes its
+    // time; finishFrameWrites carries the queued ones out. Off by default:
+    // writes complete before setFrame returns.
+    void setHoldsFrameWrites(bool holds) { m_holdsWrites = holds; }
+    void finishFrameWrites();
+    int heldFrameWrites() const { return int(m_heldWrites.size()); }
 
     void setScreens(const QList<ScreenInfo> &screens) { m_screens = screens; }
     void setPointer(QPointF pointer) { m_pointer = pointer; }
@@ -78,7 +86,8 @@ public:
     void openPrivacySettings() override { ++m_privacyOpenings; }
     std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
     std::optional<Rect> frame(WindowId window) const override;
-    bool setFrame(WindowId window, const Rect &frame) override;
+    void setFrame(
+        WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done) override;
     bool isFullScreen(WindowId window) const override;
     quint64 windowHash(WindowId window) const override;
 
@@ -107,8 +116,17 @@ private:
         int writes = 0;
     };
 
+    struct HeldWrite {
+        WindowId window;
+        Rect frame;
+        QPointer<const QObject> context;
+        std::function<void(bool)> done;
+    };
+
     Window &window(WindowId id);
     const Window &window(WindowId id) const;
+    bool write(WindowId window, const Rect &frame);
+    static void complete(const HeldWrite &write, bool moved);
 
     RunningApp m_ownApp;
     QHash<WindowId, Window> m_windows;
@@ -122,6 +140,8 @@ private:
     bool m_grantsTrust = false;
     int m_trustRequests = 0;
     int m_privacyOpenings = 0;
+    bool m_holdsWrites = false;
+    QList<HeldWrite> m_heldWrites;
 
     QList<ScreenInfo> m_screens;
     QPointF m_pointer;

@@ -4,6 +4,7 @@
 #include "platform/x11/windows/x11_properties.h"
 
 #include <cmath>
+#include <utility>
 
 namespace tessary {
 
@@ -11,6 +12,7 @@ X11Accessibility::X11Accessibility(X11Connection &x11)
     : m_x11(x11)
     , m_apps(x11)
     , m_frames(x11)
+    , m_moves(m_frames)
     , m_history(x11)
 {
 }
@@ -80,14 +82,15 @@ std::optional<Rect> X11Accessibility::frame(WindowId window) const
         double(visible->height())};
 }
 
-bool X11Accessibility::setFrame(WindowId window, const Rect &frame)
+void X11Accessibility::setFrame(
+    WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done)
 {
     const QPoint origin = primaryOrigin();
     const QRect target(int(std::lround(frame.minX())) + origin.x(), int(std::lround(frame.minY())) + origin.y(),
         int(std::lround(frame.absWidth())), int(std::lround(frame.absHeight())));
     if (target.isEmpty())
-        return false;
-    return m_frames.setVisibleFrame(xcb_window_t(window), target);
+        return done(false);
+    m_moves.move(xcb_window_t(window), target, context, std::move(done));
 }
 
 bool X11Accessibility::isFullScreen(WindowId window) const

@@ -3,6 +3,7 @@
 #include "core/platform/accessibility.h"
 #include "platform/x11/windows/x11_activation_history.h"
 #include "platform/x11/windows/x11_apps.h"
+#include "platform/x11/windows/x11_frame_moves.h"
 #include "platform/x11/windows/x11_window_frames.h"
 
 namespace tessary {
@@ -25,7 +26,11 @@ public:
     // was active last, else its topmost visible window there.
     std::optional<WindowId> focusedWindow(const RunningApp &app) const override;
     std::optional<Rect> frame(WindowId window) const override;
-    bool setFrame(WindowId window, const Rect &frame) override;
+    // Un-maximizes the window when needed, then asks the window manager for
+    // the frame and follows it there (X11FrameMove); sent once more when the
+    // decorations changed meanwhile. Moved means the frame changed at all.
+    void setFrame(
+        WindowId window, const Rect &frame, const QObject *context, std::function<void(bool moved)> done) override;
     bool isFullScreen(WindowId window) const override;
     quint64 windowHash(WindowId window) const override;
 
@@ -39,6 +44,7 @@ private:
     X11Connection &m_x11;
     X11Apps m_apps;
     X11WindowFrames m_frames;
+    X11FrameMoves m_moves;
     X11ActivationHistory m_history;
 };
 

@@ -22,11 +22,8 @@ PropertyReply read(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t
     return PropertyReply(xcb_get_property_reply(connection, cookie, nullptr));
 }
 
-template <typename T>
-std::optional<QList<T>> values32(
-    xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+template <typename T> std::optional<QList<T>> listOf32(const PropertyReply &reply, xcb_atom_t type)
 {
-    const PropertyReply reply = read(connection, window, property, type);
     if (!reply || reply->type != type || reply->format != 32)
         return std::nullopt;
     const int count = xcb_get_property_value_length(reply.get()) / 4;
@@ -36,6 +33,13 @@ std::optional<QList<T>> values32(
     for (int i = 0; i < count; ++i)
         list.append(static_cast<T>(data[i]));
     return list;
+}
+
+template <typename T>
+std::optional<QList<T>> values32(
+    xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+{
+    return listOf32<T>(read(connection, window, property, type), type);
 }
 
 } // namespace
@@ -62,6 +66,19 @@ std::optional<QByteArray> bytes(xcb_connection_t *connection, xcb_window_t windo
         return std::nullopt;
     return QByteArray(
         static_cast<const char *>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get()));
+}
+
+xcb_get_property_cookie_t request(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t property)
+{
+    return xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, maxLength32);
+}
+
+std::optional<QList<quint32>> values32(xcb_connection_t *connection, xcb_get_property_cookie_t cookie, xcb_atom_t type)
+{
+    xcb_generic_error_t *error = nullptr;
+    const PropertyReply reply(xcb_get_property_reply(connection, cookie, &error));
+    std::free(error);
+    return listOf32<quint32>(reply, type);
 }
 
 } // namespace tessary::X11Properties

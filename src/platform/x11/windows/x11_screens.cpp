@@ -3,10 +3,25 @@
 #include "platform/x11/windows/x11_monitors.h"
 #include "platform/x11/windows/x11_properties.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include <cstdlib>
 
 namespace tessary {
 namespace {
+
+// Device pixels per point on `monitor`, as Qt reports it for the screen there
+// (from Xft.dpi or QT_SCREEN_SCALE_FACTORS). Qt keeps a screen's native
+// origin when it scales its geometry, so the origins match.
+double scaleOf(const QRect &monitor)
+{
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        if (screen->geometry().topLeft() == monitor.topLeft())
+            return screen->devicePixelRatio();
+    }
+    return 1;
+}
 
 // Root coordinates (y down) → desktop coordinates (y up, origin at the
 // primary monitor's bottom-left).
@@ -33,8 +48,8 @@ QList<ScreenInfo> X11Screens::screens() const
     const WorkAreaHints hints = workAreaHints(root);
     QList<ScreenInfo> result;
     for (const QRect &monitor : monitors)
-        result.append(
-            {toDesktop(monitor, monitors.first()), toDesktop(usableArea(monitor, root, hints), monitors.first())});
+        result.append({toDesktop(monitor, monitors.first()),
+            toDesktop(usableArea(monitor, root, hints), monitors.first()), scaleOf(monitor)});
     return result;
 }
 

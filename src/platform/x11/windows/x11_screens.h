@@ -9,7 +9,8 @@ namespace tessary {
 // Screens over RandR monitors, the primary first. Each monitor's usable area
 // is what the desktop publishes for it (_GTK_WORKAREAS_D<n> of the current
 // desktop), else what the panels' and docks' struts leave of it, else its
-// part of _NET_WORKAREA. Everything is read afresh on each call, so panels,
+// part of _NET_WORKAREA. Its scale is the device pixel ratio Qt gives the
+// screen there. Everything is read afresh on each call, so panels,
 // monitors and desktop switches are always current. Main thread only.
 class X11Screens final : public Screens {
 public:

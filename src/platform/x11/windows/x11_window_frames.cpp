@@ -1,24 +1,13 @@
 #include "platform/x11/windows/x11_window_frames.h"
 
 #include "platform/x11/windows/x11_properties.h"
-#include "platform/x11/windows/x11_windows_logging.h"
 
 #include <xcb/xcb_icccm.h>
 
 #include <cstdlib>
-#include <thread>
 
 namespace tessary {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-constexpr std::chrono::microseconds pollInterval{500};
-// A frame that differs from the expected one counts as final once it has
-// stayed the same this long (the window manager constrained it its own way).
-// Window managers move the frame and resize the client in separate requests;
-// under load the gap between them was seen to exceed 20 ms.
-constexpr std::chrono::milliseconds stableFor{100};
-constexpr std::chrono::milliseconds decorationWait{100};
 
 // _NET_MOVERESIZE_WINDOW flags: NorthWest gravity, x/y/width/height present,
 // sent by a pager (so the window manager obeys rather than second-guesses).
@@ -55,29 +44,58 @@ std::optional<X11WindowFrames::Placement> X11WindowFrames::measure(xcb_window_t 
     xcb_connection_t *connection = m_x11.connection();
     const auto geometryCookie = xcb_get_geometry(connection, window);
     const auto originCookie = xcb_translate_coordinates(connection, window, m_x11.root(), 0, 0);
-    auto *geometry = xcb_get_geometry_reply(connection, geometryCookie, nullptr);
-    auto *origin = xcb_translate_coordinates_reply(connection, originCookie, nullptr);
+    const auto decorationsCookie = X11Properties::request(connection, window, m_x11.atom("_NET_FRAME_EXTENTS"));
+    const auto shadowCookie = X11Properties::request(connection, window, m_x11.atom("_GTK_FRAME_EXTENTS"));
+    const auto stateCookie = X11Properties::request(connection, window, m_x11.atom("_NET_WM_STATE"));
+    xcb_generic_error_t *geometryError = nullptr;
+    xcb_generic_error_t *originError = nullptr;
+    auto *geometry = xcb_get_geometry_reply(connection, geometryCookie, &geometryError);
+    auto *origin = xcb_translate_coordinates_reply(connection, originCookie, &originError);
+    const auto extents = [connection](xcb_get_property_cookie_t cookie) -> Extents {
+        const auto values = X11Properties::values32(connection, cookie, XCB_ATOM_CARDINAL);
+        if (!values || values->size() != 4)
+            return {};
+        return {int(values->at(0)), int(values->at(1)), int(values->at(2)), int(values->at(3))};
+    };
+    const Extents decorations = extents(decorationsCookie);
+    const Extents shadow = extents(shadowCookie);
+    const QList<quint32> states
+        = X11Properties::values32(connection, stateCookie, XCB_ATOM_ATOM).value_or(QList<quint32>{});
     std::optional<Placement> placement;
     if (geometry && origin) {
         placement.emplace();
         placement->client = QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
         placement->border = geometry->border_width;
+        placement->decorations = decorations;
+        placement->shadow = shadow;
+        placement->maximized = states.contains(m_x11.atom("_NET_WM_STATE_MAXIMIZED_VERT"))
+            || states.contains(m_x11.atom("_NET_WM_STATE_MAXIMIZED_HORZ"));
     }
     std::free(geometry);
     std::free(origin);
-    if (placement) {
-        placement->decorations = extents(window, "_NET_FRAME_EXTENTS");
-        placement->shadow = extents(window, "_GTK_FRAME_EXTENTS");
-    }
+    std::free(geometryError);
+    std::free(originError);
     return placement;
 }
 
-X11WindowFrames::Extents X11WindowFrames::extents(xcb_window_t window, const char *property) const
+xcb_window_t X11WindowFrames::topLevel(xcb_window_t window) const
 {
-    const auto values = X11Properties::cardinals(m_x11.connection(), window, m_x11.atom(property));
-    if (!values || values->size() != 4)
-        return {};
-    return {int(values->at(0)), int(values->at(1)), int(values->at(2)), int(values->at(3))};
+    xcb_connection_t *connection = m_x11.connection();
+    // Window managers nest a client two levels deep at most; the bound only
+    // guards against a tree that changes while it is walked.
+    for (int depth = 0; depth < 8; ++depth) {
+        xcb_generic_error_t *error = nullptr;
+        auto *tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), &error);
+        std::free(error);
+        if (!tree)
+            break;
+        const xcb_window_t parent = tree->parent;
+        std::free(tree);
+        if (parent == m_x11.root() || parent == XCB_WINDOW_NONE)
+            break;
+        window = parent;
+    }
+    return window;
 }
 
 SizeHints X11WindowFrames::sizeHints(xcb_window_t window) const
@@ -98,8 +116,7 @@ SizeHints X11WindowFrames::sizeHints(xcb_window_t window) const
     return hints;
 }
 
-X11WindowFrames::Request X11WindowFrames::request(
-    const Placement &now, const SizeHints &hints, const QRect &target) const
+X11WindowFrames::Request X11WindowFrames::request(const Placement &now, const SizeHints &hints, const QRect &target)
 {
     const Extents &d = now.decorations;
     const Extents &s = now.shadow;
@@ -111,64 +128,10 @@ X11WindowFrames::Request X11WindowFrames::request(
         QRect(target.topLeft(), QSize(expected.width() + extraWidth, expected.height() + extraHeight))};
 }
 
-bool X11WindowFrames::setVisibleFrame(xcb_window_t window, const QRect &target)
+void X11WindowFrames::sendUnmaximize(xcb_window_t window)
 {
-    if (!unmaximize(window))
-        return false;
-    const std::optional<Placement> before = measure(window);
-    if (!before)
-        return false;
-    const SizeHints hints = sizeHints(window);
-    const Request first = request(*before, hints, target);
-    if (before->visible() == first.expectedVisible)
-        return true;
-    send(window, first);
-    std::optional<Placement> after = settle(window, before->visible(), first.expectedVisible);
-    if (!after)
-        return false;
-    if (after->visible() != first.expectedVisible) {
-        // The decorations changed under the request (un-maximizing updates
-        // them at its own pace): ask again with what the frame is now.
-        const Request second = request(*after, hints, target);
-        if (!(second == first)) {
-            send(window, second);
-            after = settle(window, after->visible(), second.expectedVisible);
-            if (!after)
-                return false;
-        }
-    }
-    if (after->visible() == before->visible()) {
-        qCDebug(lcX11Windows) << "window" << Qt::hex << window << "did not move to" << target;
-        return false;
-    }
-    return true;
-}
-
-bool X11WindowFrames::unmaximize(xcb_window_t window)
-{
-    const xcb_atom_t vertical = m_x11.atom("_NET_WM_STATE_MAXIMIZED_VERT");
-    const xcb_atom_t horizontal = m_x11.atom("_NET_WM_STATE_MAXIMIZED_HORZ");
-    const xcb_atom_t stateAtom = m_x11.atom("_NET_WM_STATE");
-    const auto isMaximized = [&] {
-        const QList<xcb_atom_t> states = X11Properties::atoms(m_x11.connection(), window, stateAtom);
-        return states.contains(vertical) || states.contains(horizontal);
-    };
-    if (!isMaximized())
-        return true;
-    // The state and the decorations change at different moments, in either
-    // order; a window manager that decorates both alike leaves the extents
-    // as they are, hence the shorter bound on that wait.
-    const Extents maximizedDecorations = extents(window, "_NET_FRAME_EXTENTS");
-    sendClientMessage(window, stateAtom, {stateRemove, vertical, horizontal, 2, 0});
-    const auto start = Clock::now();
-    while (isMaximized()) {
-        if (Clock::now() - start > settleTimeout)
-            return false;
-        std::this_thread::sleep_for(pollInterval);
-    }
-    while (extents(window, "_NET_FRAME_EXTENTS") == maximizedDecorations && Clock::now() - start < decorationWait)
-        std::this_thread::sleep_for(pollInterval);
-    return true;
+    sendClientMessage(window, m_x11.atom("_NET_WM_STATE"),
+        {stateRemove, m_x11.atom("_NET_WM_STATE_MAXIMIZED_VERT"), m_x11.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), 2, 0});
 }
 
 void X11WindowFrames::send(xcb_window_t window, const Request &request)
@@ -184,32 +147,6 @@ void X11WindowFrames::send(xcb_window_t window, const Request &request)
     xcb_configure_window(m_x11.connection(), window,
         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
     xcb_flush(m_x11.connection());
-}
-
-std::optional<X11WindowFrames::Placement> X11WindowFrames::settle(
-    xcb_window_t window, const QRect &before, const QRect &expected) const
-{
-    const auto start = Clock::now();
-    QRect last = before;
-    auto lastChange = start;
-    while (true) {
-        std::optional<Placement> now = measure(window);
-        if (!now)
-            return std::nullopt;
-        const QRect visible = now->visible();
-        if (visible == expected)
-            return now;
-        const auto time = Clock::now();
-        if (visible != last) {
-            last = visible;
-            lastChange = time;
-        } else if (visible != before && time - lastChange >= stableFor) {
-            return now;
-        }
-        if (time - start > settleTimeout)
-            return now;
-        std::this_thread::sleep_for(pollInterval);
-    }
 }
 
 void X11WindowFrames::sendClientMessage(xcb_window_t window, xcb_atom_t type, const uint32_t (&data)[5])
