@@ -1,5 +1,7 @@
 #include "app/query_command.h"
 
+#include "app/termination_signals.h"
+
 #include "core/app/data_directory.h"
 #include "core/clipboard/clipboard_store.h"
 #include "core/launcher/app_index.h"
@@ -44,10 +46,11 @@ class OfflinePasteboard final : public Pasteboard {
 public:
     qint64 changeCount() const override { return 0; }
     void setChangedHandler(std::function<void()>) override { }
-    QStringList types() const override { return {}; }
-    QList<QUrl> fileUrls() const override { return {}; }
+    void readContent(const QSet<QString> &, std::function<void(std::optional<PasteboardContent>)> done) override
+    {
+        done(std::nullopt);
+    }
     std::optional<QString> string() const override { return std::nullopt; }
-    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override { done(std::nullopt); }
     void clear() override { }
     void writeString(const QString &) override { }
     void writeImage(const QByteArray &) override { }
@@ -83,7 +86,17 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
     QCoreApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Tessary"));
     QCoreApplication::setApplicationName(QStringLiteral("Tessary"));
-    SettingsKeyValueStore defaults;
+    // Ctrl+C or a kill ends the command between two steps, never in the middle
+    // of a file write, so no temporary file is left behind.
+    QEventLoop loop;
+    std::optional<int> interrupted;
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::received, &loop, [&interrupted, &loop](int signal) {
+        interrupted = signal;
+        loop.quit();
+    });
+    // Reads only: the settings belong to the running instance.
+    SettingsKeyValueStore defaults(SettingsKeyValueStore::Access::readOnly);
     AppSettings settings(defaults);
     const QString data = DataDirectory::defaultPath();
     OfflinePasteboard pasteboard;
@@ -104,7 +117,6 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
         SystemCommand::sessionTable(session, {})});
 
     // Rows need both the applications and what the session offers.
-    QEventLoop loop;
     int pending = 2;
     const auto oneDone = [&pending, &loop] {
         if (--pending == 0)
@@ -121,6 +133,8 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
     QTimer::singleShot(sessionProbeTimeoutMs, &loop, sessionDone);
     index.refresh(true);
     loop.exec();
+    if (interrupted)
+        return 128 + *interrupted;
 
     QList<LauncherResult> rows = engine.quickResults(options.text);
     if (options.files) {
@@ -132,6 +146,8 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
         if (!fileRows) {
             QTimer::singleShot(fileSearchTimeoutMs, &loop, &QEventLoop::quit);
             loop.exec();
+            if (interrupted)
+                return 128 + *interrupted;
         }
         rows = LauncherEngine::mergeFileRows(rows, fileRows.value_or(QList<LauncherResult>()));
     }

@@ -87,8 +87,18 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     QApplication::setQuitOnLastWindowClosed(false);
 
     SingleInstance instance(SingleInstance::defaultServerName());
-    if (!instance.claimOrForward(arguments))
+    switch (instance.claimOrForward(arguments)) {
+    case SingleInstance::Claim::claimed:
+        break;
+    case SingleInstance::Claim::forwarded:
         return 0;
+    case SingleInstance::Claim::unanswered:
+        if (const qint64 pid = instance.holderPid())
+            std::fprintf(stderr, "tessary: Tessary is running (process %lld) but does not answer.\n", pid);
+        else
+            std::fputs("tessary: Tessary is running but does not answer.\n", stderr);
+        return 1;
+    }
 
     X11Connection *x11 = X11Connection::instance();
     if (!x11) {
@@ -129,6 +139,8 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     // whose handler lands them too.
     TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::received, &app, &QCoreApplication::quit);
+    // A start during the last writes waits for them instead of handing its arguments to nobody.
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &instance, &SingleInstance::close);
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &app, [] { BackgroundFileWriter::waitForAllIdle(); });
 
     AppController controller(ports, data);

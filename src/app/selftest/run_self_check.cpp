@@ -43,7 +43,7 @@ bool otherInstanceRunning()
 {
     QLocalSocket socket;
     socket.connectToServer(SingleInstance::defaultServerName());
-    return socket.waitForConnected(SingleInstance::connectTimeoutMs);
+    return socket.waitForConnected(SingleInstance::Timeouts().connectMs);
 }
 
 std::vector<std::unique_ptr<SelfCheck>> makeChecks(const SelfCheckContext &context)

@@ -21,6 +21,8 @@ constexpr QFileDevice::Permissions ownerOnlyFolder
 constexpr QFileDevice::Permissions ownerOnlyFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 const QLatin1String unreadableInfix(".unreadable-");
+// The stamp of an unreadable copy; a second copy within a second adds milliseconds.
+const QLatin1String unreadableStamp(R"(unreadable-\d{8}-\d{6}(-\d{3})?)");
 
 // A file system that ignores permissions refuses them on every file; one line says so.
 void warnPermissionsOnce(const QString &path)
@@ -28,6 +30,12 @@ void warnPermissionsOnce(const QString &path)
     static std::atomic_flag warned;
     if (!warned.test_and_set())
         qCWarning(lcDataDirectory) << "cannot make" << path << "private; its file system may not support permissions";
+}
+
+bool isUnreadableStamp(QStringView text)
+{
+    static const QRegularExpression stamp(u'^' + unreadableStamp + u'$');
+    return stamp.match(text).hasMatch();
 }
 
 QByteArray contents(const QString &path)
@@ -90,6 +98,10 @@ std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, co
     // The stamp sorts by age; the newest copy comes first.
     QStringList copies = folder.entryList(
         {info.fileName() + unreadableInfix + u'*'}, QDir::Files | QDir::Hidden, QDir::Name | QDir::Reversed);
+    // Only finished copies: a temporary left by an interrupted one is no copy.
+    const qsizetype stampStart = info.fileName().size() + 1;
+    copies.removeIf(
+        [stampStart](const QString &name) { return !isUnreadableStamp(QStringView(name).sliced(stampStart)); });
     if (!copies.isEmpty() && contents(folder.filePath(copies.first())) == bytes)
         return folder.filePath(copies.first());
     const QDateTime now = QDateTime::currentDateTimeUtc();
@@ -106,8 +118,10 @@ std::optional<QString> DataDirectory::keepUnreadableCopy(const QString &path, co
 
 void DataDirectory::removeTemporaries(const QString &folder)
 {
-    // QSaveFile's temporaries: the target's name and a dot followed by six random characters.
-    static const QRegularExpression temporary(QStringLiteral(R"(^.+\.(json|png)\.[A-Za-z0-9]{6}$)"));
+    // QSaveFile's temporaries (where the file system has no unnamed ones): the
+    // target's name and a dot followed by six random characters.
+    static const QRegularExpression temporary(
+        QStringLiteral(R"(^.+\.(json|png|)") + unreadableStamp + QStringLiteral(R"()\.[A-Za-z0-9]{6}$)"));
     QDir dir(folder);
     const QStringList names = dir.entryList(QDir::Files | QDir::Hidden);
     for (const QString &name : names) {

@@ -63,6 +63,16 @@ struct ClipboardStore::Candidate {
     std::optional<QStringList> files = {};
     qint64 pixelWidth = 0;
     qint64 pixelHeight = 0;
+    // The picture's PNG bytes, for its file.
+    QByteArray png = {};
+};
+
+// One change from its poll until its content is read.
+struct ClipboardStore::PendingCopy {
+    std::optional<QString> sourceApp;
+    bool read = false;
+    // None: nothing to record.
+    std::optional<Candidate> candidate = {};
 };
 
 const QSet<QString> &ClipboardStore::skipTypes()
@@ -139,16 +149,17 @@ void ClipboardStore::startMonitoring()
 void ClipboardStore::poll()
 {
     std::optional<QString> sourceApp;
-    if (!shouldRecordCurrentChange(sourceApp))
+    if (!shouldReadCurrentChange(sourceApp))
         return;
-    bool offersText = false;
-    if (auto candidate = readCandidate(offersText))
-        record(std::move(*candidate), std::move(sourceApp));
-    else if (!offersText)
-        readImage(std::move(sourceApp));
+    auto copy = std::make_shared<PendingCopy>(PendingCopy{.sourceApp = std::move(sourceApp)});
+    m_pending.push_back(copy);
+    m_pasteboard.readContent(skipTypes(), [self = QPointer(this), copy](std::optional<PasteboardContent> content) {
+        if (self)
+            self->resolve(copy, std::move(content));
+    });
 }
 
-bool ClipboardStore::shouldRecordCurrentChange(std::optional<QString> &sourceApp)
+bool ClipboardStore::shouldReadCurrentChange(std::optional<QString> &sourceApp)
 {
     const qint64 change = m_pasteboard.changeCount();
     if (change == m_lastChange)
@@ -157,79 +168,99 @@ bool ClipboardStore::shouldRecordCurrentChange(std::optional<QString> &sourceApp
     m_lastChange = change;
     if (!enabled || m_paused || change == m_ignoreChange)
         return false;
-    const QStringList types = m_pasteboard.types();
-    for (const QString &type : types) {
-        if (skipTypes().contains(type))
-            return false;
-    }
+    // Asked now, not once the content is read: the application in front at the copy is its source.
     sourceApp = frontAppProvider ? frontAppProvider() : std::nullopt;
     return !(sourceApp && excludedApps.contains(*sourceApp));
 }
 
-std::optional<ClipboardStore::Candidate> ClipboardStore::readCandidate(bool &offersText)
+void ClipboardStore::resolve(const std::shared_ptr<PendingCopy> &copy, std::optional<PasteboardContent> content)
 {
-    const QList<QUrl> urls = m_pasteboard.fileUrls();
-    if (!urls.isEmpty()) {
-        offersText = true;
+    const auto finish = [&](std::optional<Candidate> candidate) {
+        copy->candidate = std::move(candidate);
+        copy->read = true;
+        recordReadCopies();
+    };
+    if (!content)
+        return finish(std::nullopt);
+    for (const QString &type : std::as_const(content->types)) {
+        if (skipTypes().contains(type))
+            return finish(std::nullopt);
+    }
+    if (!content->fileUrls.isEmpty()) {
         QStringList paths;
-        paths.reserve(urls.size());
-        for (const QUrl &url : urls)
+        paths.reserve(content->fileUrls.size());
+        for (const QUrl &url : std::as_const(content->fileUrls))
             paths.append(url.toLocalFile());
-        return Candidate{
-            .kind = ClipItem::Kind::files, .hash = hash(QStringLiteral("files"), paths.join(u'\n')), .files = paths};
+        return finish(Candidate{
+            .kind = ClipItem::Kind::files, .hash = hash(QStringLiteral("files"), paths.join(u'\n')), .files = paths});
     }
-    if (const auto text = m_pasteboard.string(); text && !isBlank(*text)) {
-        offersText = true;
+    if (const auto &text = content->string; text && !isBlank(*text)) {
         const QByteArray bytes = text->toUtf8();
+        // Too long: skipped, without falling back to a picture.
         if (bytes.size() > maxTextBytes)
-            return std::nullopt;
-        return Candidate{.kind = ClipItem::Kind::text, .hash = hash(QStringLiteral("text"), bytes), .text = *text};
+            return finish(std::nullopt);
+        return finish(
+            Candidate{.kind = ClipItem::Kind::text, .hash = hash(QStringLiteral("text"), bytes), .text = *text});
     }
-    return std::nullopt;
+    if (!content->image || content->image->png.size() > maxPngBytes)
+        return finish(std::nullopt);
+    resolveImage(copy, std::move(*content->image));
 }
 
-void ClipboardStore::readImage(std::optional<QString> sourceApp)
+void ClipboardStore::resolveImage(const std::shared_ptr<PendingCopy> &copy, PasteboardImage image)
 {
-    // The store may be gone, or paused, by the time a large picture is decoded.
-    m_pasteboard.readImage([self = QPointer(this), sourceApp](std::optional<PasteboardImage> image) mutable {
-        if (!self || !image || image->png.size() > maxPngBytes || !self->enabled || self->m_paused)
-            return;
-        if (image->png.size() < hashOnMainThreadBytes) {
-            const QString digest = hash(QStringLiteral("image"), image->png);
-            self->recordImage(std::move(*image), digest, std::move(sourceApp));
-            return;
-        }
-        QThreadPool::globalInstance()->start([self, image = std::move(*image), sourceApp]() mutable {
-            const QString digest = hash(QStringLiteral("image"), image.png);
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [self, image = std::move(image), digest, sourceApp]() mutable {
-                    if (self)
-                        self->recordImage(std::move(image), digest, std::move(sourceApp));
-                },
-                Qt::QueuedConnection);
-        });
+    const auto candidate = [](PasteboardImage picture, const QString &digest) {
+        return Candidate{.kind = ClipItem::Kind::image,
+            .hash = digest,
+            .imageFile = digest.first(imageNameLength) + QStringLiteral(".png"),
+            .pixelWidth = picture.pixelWidth,
+            .pixelHeight = picture.pixelHeight,
+            .png = std::move(picture.png)};
+    };
+    if (image.png.size() < hashOnMainThreadBytes) {
+        const QString digest = hash(QStringLiteral("image"), image.png);
+        copy->candidate = candidate(std::move(image), digest);
+        copy->read = true;
+        recordReadCopies();
+        return;
+    }
+    QThreadPool::globalInstance()->start([self = QPointer(this), copy, image = std::move(image), candidate]() mutable {
+        const QString digest = hash(QStringLiteral("image"), image.png);
+        auto hashed = candidate(std::move(image), digest);
+        // The application outlives the pool's tasks; the store may not.
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [self, copy, hashed = std::move(hashed)]() mutable {
+                copy->candidate = std::move(hashed);
+                copy->read = true;
+                if (self)
+                    self->recordReadCopies();
+            },
+            Qt::QueuedConnection);
     });
 }
 
-void ClipboardStore::recordImage(PasteboardImage image, const QString &digest, std::optional<QString> sourceApp)
+void ClipboardStore::recordReadCopies()
 {
-    const QString name = digest.first(imageNameLength) + QStringLiteral(".png");
-    const QString path = imagesDirectory() + u'/' + name;
-    // The name is the content: a file that an entry uses holds these bytes.
-    // An unused one may have its removal queued, so it is written again.
-    if (!isImageInUse(name) || !QFile::exists(path))
-        m_files.write(path, image.png);
-    record(Candidate{.kind = ClipItem::Kind::image,
-               .hash = digest,
-               .imageFile = name,
-               .pixelWidth = image.pixelWidth,
-               .pixelHeight = image.pixelHeight},
-        std::move(sourceApp));
+    // Taken off the queue before recording: observers of the change may poll again.
+    while (!m_pending.empty() && m_pending.front()->read) {
+        const std::shared_ptr<PendingCopy> copy = std::move(m_pending.front());
+        m_pending.pop_front();
+        // Paused or switched off while it was being read: as if copied then.
+        if (copy->candidate && enabled && !m_paused)
+            record(std::move(*copy->candidate), copy->sourceApp);
+    }
 }
 
 void ClipboardStore::record(Candidate candidate, std::optional<QString> sourceApp)
 {
+    if (candidate.imageFile) {
+        const QString path = imagesDirectory() + u'/' + *candidate.imageFile;
+        // The name is the content: a file that an entry uses holds these bytes.
+        // An unused one may have its removal queued, so it is written again.
+        if (!isImageInUse(*candidate.imageFile) || !QFile::exists(path))
+            m_files.write(path, candidate.png);
+    }
     const QDateTime now = QDateTime::currentDateTimeUtc();
     Q_EMIT itemsAboutToChange();
     const auto duplicate = std::find_if(
@@ -320,6 +351,7 @@ void ClipboardStore::remove(const ClipItem &item)
 
 void ClipboardStore::clear(bool keepPinned)
 {
+    m_pending.clear();
     Q_EMIT itemsAboutToChange();
     removeWhere([&](const ClipItem &item) { return !keepPinned || !item.pinned; });
     Q_EMIT itemsChanged();

@@ -8,7 +8,9 @@
 #include <QSet>
 #include <QTimer>
 
+#include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tessary {
@@ -61,7 +63,7 @@ public:
     int retentionDays = defaultRetentionDays;
     // Application ids whose copies are never recorded.
     QSet<QString> excludedApps;
-    // Asked once per change that passes the type check; none means unknown.
+    // Asked once per change, when it is polled; none means unknown.
     FrontAppProvider frontAppProvider;
     // The id of `workspace`'s frontmost application; the workspace must outlive the provider.
     static FrontAppProvider frontAppProviderFor(const Workspace &workspace);
@@ -75,15 +77,17 @@ public:
     // Polls every 0.5 s and at once whenever the pasteboard reports a change.
     // Calling it again restarts the timer.
     void startMonitoring();
-    // One polling step; the only operation that records copies. A picture is
-    // recorded once the pasteboard has decoded it, which may be later.
+    // One polling step; the only operation that records copies. The content
+    // is recorded once the pasteboard has read it (a picture: decoded it),
+    // which may be later, but always in the order of the changes.
     void poll();
 
     // Flips `pinned` of the stored entry equal to `item` in every field; none: nothing happens.
     void togglePin(const ClipItem &item);
     // Deletes the entries with `item`'s id and its image file when no entry uses it any more.
     void remove(const ClipItem &item);
-    // Deletes every entry, or every unpinned one, and the image files only they used.
+    // Deletes every entry, or every unpinned one, and the image files only
+    // they used; copies still being read are not recorded.
     void clear(bool keepPinned);
     // Entries containing every space-separated word of `query`, case-insensitively;
     // pinned matches first, each group in history order. No words: everything.
@@ -111,13 +115,15 @@ Q_SIGNALS:
 
 private:
     struct Candidate;
+    struct PendingCopy;
 
-    bool shouldRecordCurrentChange(std::optional<QString> &sourceApp);
-    // Files or text; `offersText` tells whether the content had any, recordable or not.
-    std::optional<Candidate> readCandidate(bool &offersText);
-    // Records the picture once it is decoded and hashed, away from the main thread when large.
-    void readImage(std::optional<QString> sourceApp);
-    void recordImage(PasteboardImage image, const QString &digest, std::optional<QString> sourceApp);
+    // Consumes a new change; false when it is not to be read.
+    bool shouldReadCurrentChange(std::optional<QString> &sourceApp);
+    void resolve(const std::shared_ptr<PendingCopy> &copy, std::optional<PasteboardContent> content);
+    // A large picture is hashed away from the main thread.
+    void resolveImage(const std::shared_ptr<PendingCopy> &copy, PasteboardImage image);
+    // Records the copies read so far, up to the first one still being read.
+    void recordReadCopies();
     void record(Candidate candidate, std::optional<QString> sourceApp);
     void enforceLimits();
     void removeWhere(const std::function<bool(const ClipItem &)> &predicate);
@@ -132,6 +138,8 @@ private:
     bool m_paused = false;
     qint64 m_lastChange = 0;
     qint64 m_ignoreChange = -1;
+    // Copies being read, oldest first.
+    std::deque<std::shared_ptr<PendingCopy>> m_pending;
     QTimer m_timer;
     BackgroundFileWriter m_files;
 };

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -19,8 +20,21 @@ struct PasteboardImage {
     qint64 pixelHeight = 0;
 };
 
-// The system clipboard. Main thread only. Readers ask the owning application
-// for data: call each at most once per change.
+// What one change put on the pasteboard, as far as the history reads it.
+struct PasteboardContent {
+    // The type identifiers (MIME types and target names on X11).
+    QStringList types = {};
+    // File URLs only, in pasteboard order.
+    QList<QUrl> fileUrls = {};
+    // The plain text, when the content offers one.
+    std::optional<QString> string = {};
+    // The picture, read only when there are neither file URLs nor a text
+    // with more than white space; none when it does not decode or is too
+    // large to decode.
+    std::optional<PasteboardImage> image = {};
+};
+
+// The system clipboard. Main thread only.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
@@ -33,17 +47,19 @@ public:
     // below. Platforms that cannot report changes never call it.
     virtual void setChangedHandler(std::function<void()> handler) = 0;
 
-    // The type identifiers (MIME types on X11) offered for the current content.
-    virtual QStringList types() const = 0;
-    // File URLs only, in pasteboard order; empty when there are none.
-    virtual QList<QUrl> fileUrls() const = 0;
-    // The plain text, when the content offers one.
+    // Reads the current content for the history and calls `done` on the main
+    // thread, later or before returning. Reading asks the owning application
+    // and a picture takes long to decode, so platforms do both away from the
+    // main thread. With a type in `refusedTypes` only the types are read.
+    // None when nothing is offered, when the content is this process's own
+    // write or when it changed hands during the read (that change is read
+    // on its own).
+    virtual void readContent(
+        const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done)
+        = 0;
+    // The plain text, asked of the owner on the calling thread: for a single
+    // user action, never for watching the clipboard.
     virtual std::optional<QString> string() const = 0;
-    // The content's picture as PNG, when it offers one that decodes. Decoding
-    // and encoding a large picture take long, so platforms do them away from
-    // the main thread and call `done` there later; a platform may also call
-    // it before returning. A picture too large to decode gives none.
-    virtual void readImage(std::function<void(std::optional<PasteboardImage>)> done) = 0;
 
     virtual void clear() = 0;
     virtual void writeString(const QString &text) = 0;

@@ -1,13 +1,19 @@
 #include "core/platform/settings_key_value_store.h"
 
 #include "core/app/data_directory.h"
+#include "core/json/strict_json.h"
+#include "core/platform/settings_file_format.h"
 
 #include <QFileInfo>
+
+#include <cmath>
+#include <limits>
 
 namespace tessary {
 
 SettingsKeyValueStore::SettingsKeyValueStore(Access access)
-    : m_settings(std::make_unique<QSettings>(QStringLiteral("Tessary"), QStringLiteral("Tessary")))
+    : m_settings(std::make_unique<QSettings>(
+        SettingsFileFormat::format(), QSettings::UserScope, QStringLiteral("Tessary"), QStringLiteral("Tessary")))
     , m_access(access)
 {
     if (access == Access::readWrite)
@@ -15,7 +21,7 @@ SettingsKeyValueStore::SettingsKeyValueStore(Access access)
 }
 
 SettingsKeyValueStore::SettingsKeyValueStore(const QString &iniPath)
-    : m_settings(std::make_unique<QSettings>(iniPath, QSettings::IniFormat))
+    : m_settings(std::make_unique<QSettings>(iniPath, SettingsFileFormat::format()))
 {
     makePrivate();
 }
@@ -49,29 +55,29 @@ std::optional<bool> SettingsKeyValueStore::boolean(const QString &key) const
 
 void SettingsKeyValueStore::setBoolean(const QString &key, bool value) { store(key, value); }
 
+// A JSON object of whole numbers, stored as bytes.
 std::optional<QHash<QString, int>> SettingsKeyValueStore::intMap(const QString &key) const
 {
-    const QVariant value = m_settings->value(key);
-    if (!value.canConvert<QVariantHash>() && !value.canConvert<QVariantMap>())
+    const std::optional<QByteArray> stored = bytes(key);
+    const std::optional<QJsonObject> object = stored ? StrictJson::parseObject(*stored) : std::nullopt;
+    if (!object)
         return std::nullopt;
     QHash<QString, int> result;
-    const QVariantMap entries = value.toMap();
-    for (auto it = entries.cbegin(); it != entries.cend(); ++it) {
-        bool ok = false;
-        const int count = it.value().toInt(&ok);
-        if (!ok)
+    for (auto it = object->constBegin(); it != object->constEnd(); ++it) {
+        const double count = it.value().toDouble(0.5);
+        if (!it.value().isDouble() || count != std::trunc(count) || std::abs(count) > std::numeric_limits<int>::max())
             return std::nullopt;
-        result.insert(it.key(), count);
+        result.insert(it.key(), int(count));
     }
     return result;
 }
 
 void SettingsKeyValueStore::setIntMap(const QString &key, const QHash<QString, int> &value)
 {
-    QVariantMap entries;
+    QJsonObject object;
     for (auto it = value.cbegin(); it != value.cend(); ++it)
-        entries.insert(it.key(), it.value());
-    store(key, entries);
+        object.insert(it.key(), it.value());
+    setBytes(key, StrictJson::compact(object));
 }
 
 void SettingsKeyValueStore::remove(const QString &key)

@@ -9,8 +9,9 @@
 namespace tessary {
 
 // KeyValueStore over QSettings: the user's "Tessary" organisation and
-// application by default, or an explicit INI file (tests, tools). The file
-// and its folder are private to the user, like the data folder. A read-only
+// application by default, or an explicit file (tests, tools), both in
+// SettingsFileFormat. The file and its folder are private to the user, like
+// the data folder. A read-only
 // store touches neither and drops every write (the self-check reads the
 // user's settings and must leave them as they are).
 class SettingsKeyValueStore final : public KeyValueStore {

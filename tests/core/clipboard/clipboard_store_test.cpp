@@ -295,6 +295,27 @@ TEST_F(ClipboardStoreTest, oversizedCopiesAreSkippedWithoutFallingBack)
     EXPECT_EQ(QDir(dir() + QStringLiteral("/images")).entryList(QDir::Files).size(), 1);
 }
 
+TEST_F(ClipboardStoreTest, copiesLandInCopyOrderWhateverOrderTheirReadsFinishIn)
+{
+    open();
+    m_pasteboard.holdPictureReads = true;
+    copy({.types = {FakePasteboard::imageType}, .image = picture("older picture")});
+    copyText(QStringLiteral("copied while the picture was decoded"));
+    copy({.types = {FakePasteboard::imageType}, .image = picture(QByteArray(2'000'000, 'n'))});
+    EXPECT_TRUE(store().items().isEmpty()) << "nothing lands above a copy still being read";
+    m_pasteboard.answerHeldReads();
+    copy({});
+    EXPECT_EQ(texts(store().items()),
+        (QStringList{QStringLiteral("<image>"), QStringLiteral("copied while the picture was decoded"),
+            QStringLiteral("<image>")}));
+    EXPECT_EQ(store().items().last().hash, ClipboardStore::hash(QStringLiteral("image"), QByteArray("older picture")));
+
+    copy({.types = {FakePasteboard::imageType}, .image = picture("copied before the clear")});
+    store().clear(false);
+    m_pasteboard.answerHeldReads();
+    EXPECT_TRUE(store().items().isEmpty());
+}
+
 TEST_F(ClipboardStoreTest, anImageIsStoredPrivatelyUnderItsHashAndSurvivesARestart)
 {
     open();

@@ -64,6 +64,9 @@ TEST(DataDirectory, keepsAFewDistinctUnreadableCopiesPrivatelyBesideTheFile)
 {
     QTemporaryDir temp;
     const QString path = temp.filePath(QStringLiteral("clipboard.json"));
+    // What a copy cut short leaves: never taken for a copy, kept or compared.
+    const QString interrupted = path + QStringLiteral(".unreadable-20991231-235959.Tmp123");
+    ASSERT_TRUE(DataDirectory::writePrivateFile(interrupted, "first"));
     const auto first = DataDirectory::keepUnreadableCopy(path, "first");
     ASSERT_TRUE(first);
     EXPECT_TRUE(QFileInfo(*first).fileName().startsWith(QStringLiteral("clipboard.json.unreadable-")));
@@ -77,7 +80,8 @@ TEST(DataDirectory, keepsAFewDistinctUnreadableCopiesPrivatelyBesideTheFile)
     const auto second = DataDirectory::keepUnreadableCopy(path, "second");
     ASSERT_TRUE(second);
     EXPECT_EQ(contents(*second), QByteArray("second"));
-    const QStringList left = QDir(temp.path()).entryList(QDir::Files, QDir::Name);
+    QStringList left = QDir(temp.path()).entryList(QDir::Files, QDir::Name);
+    EXPECT_TRUE(left.removeOne(QFileInfo(interrupted).fileName()));
     EXPECT_EQ(left.size(), DataDirectory::keptCopies);
     EXPECT_TRUE(left.contains(QFileInfo(*first).fileName())) << "the oldest go first";
     EXPECT_FALSE(left.contains(QStringLiteral("clipboard.json.unreadable-20200101-000000")));
@@ -90,7 +94,8 @@ TEST(DataDirectory, removesOnlyTheTemporariesOfInterruptedWrites)
         QStringLiteral("clipboard.json.unreadable-20200101-000000"), QStringLiteral("0123456789abcdef01234567.png"),
         QStringLiteral("notes.txt.AbC123")};
     const QStringList removed{QStringLiteral("clipboard.json.AbC123"), QStringLiteral("snippets.json.x9Y8z7"),
-        QStringLiteral("0123456789abcdef01234567.png.Qw3rTy")};
+        QStringLiteral("0123456789abcdef01234567.png.Qw3rTy"),
+        QStringLiteral("snippets.json.unreadable-20200101-000000-123.Zx12Ab")};
     for (const QString &name : kept + removed)
         ASSERT_TRUE(DataDirectory::writePrivateFile(temp.filePath(name), "x"));
     DataDirectory::removeTemporaries(temp.path());

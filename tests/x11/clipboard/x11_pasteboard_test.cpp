@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -135,6 +136,24 @@ TEST_F(X11ClipboardTest, aCopiedPictureIsStoredAsPngUnderItsHashWhateverFormatIt
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_store.items().first().date > item.date; }, waitMs));
     EXPECT_EQ(m_store.items().size(), 1) << "the same picture as BMP folds into the PNG entry";
     EXPECT_EQ(m_store.items().first().id, item.id);
+}
+
+TEST_F(X11ClipboardTest, aPictureTooLargeForOneRequestArrivesInPieces)
+{
+    // Noise does not compress: several megabytes of PNG, which xclip sends incrementally.
+    QImage noise(1200, 1000, QImage::Format_RGB32);
+    auto *random = QRandomGenerator::global();
+    for (int y = 0; y < noise.height(); ++y)
+        random->fillRange(reinterpret_cast<quint32 *>(noise.scanLine(y)), noise.width());
+    const QByteArray png = encoded(noise, "PNG");
+    ASSERT_GT(png.size(), 3'000'000);
+    xclip({QStringLiteral("-i"), QStringLiteral("-t"), QStringLiteral("image/png")}, png);
+    ASSERT_TRUE(waitForItems(1));
+    const ClipItem &picture = m_store.items().first();
+    EXPECT_EQ(picture.kind, ClipItem::Kind::image);
+    EXPECT_EQ(picture.pixelWidth, 1200);
+    m_store.waitForSaved();
+    EXPECT_EQ(QImage(m_dir.path() + QStringLiteral("/images/") + *picture.imageFile), noise);
 }
 
 TEST_F(X11ClipboardTest, aCopiedUriListIsRecordedAsItsLocalFiles)

@@ -9,18 +9,34 @@ void FakePasteboard::copyText(const QString &text, const QStringList &extraTypes
     change({.types = QStringList{textType} + extraTypes, .fileUrls = {}, .string = text, .image = std::nullopt});
 }
 
-QStringList FakePasteboard::types() const
+void FakePasteboard::readContent(
+    const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done)
 {
     ++m_typeReads;
-    return m_content.types;
+    PasteboardContent read{.types = m_content.types};
+    const bool refused = std::any_of(
+        read.types.cbegin(), read.types.cend(), [&](const QString &type) { return refusedTypes.contains(type); });
+    if (refused) {
+        done(read);
+        return;
+    }
+    if (!m_content.fileUrls.isEmpty() || m_content.string || m_content.image)
+        ++m_contentReads;
+    read.fileUrls = m_content.fileUrls;
+    read.string = m_content.string;
+    const bool textless = read.fileUrls.isEmpty() && (!read.string || read.string->trimmed().isEmpty());
+    if (textless)
+        read.image = m_content.image;
+    if (holdPictureReads && read.image)
+        m_heldReads.append([done = std::move(done), read] { done(read); });
+    else
+        done(read);
 }
 
-QList<QUrl> FakePasteboard::fileUrls() const
+void FakePasteboard::answerHeldReads()
 {
-    if (m_content.fileUrls.isEmpty())
-        return {};
-    ++m_contentReads;
-    return m_content.fileUrls;
+    while (!m_heldReads.isEmpty())
+        m_heldReads.takeLast()();
 }
 
 std::optional<QString> FakePasteboard::string() const
@@ -29,13 +45,6 @@ std::optional<QString> FakePasteboard::string() const
         return std::nullopt;
     ++m_contentReads;
     return m_content.string;
-}
-
-void FakePasteboard::readImage(std::function<void(std::optional<PasteboardImage>)> done)
-{
-    if (m_content.image)
-        ++m_contentReads;
-    done(m_content.image);
 }
 
 void FakePasteboard::clear() { change({}); }

@@ -6,8 +6,8 @@ namespace tessary {
 
 // An in-memory pasteboard for core tests. Every change, scripted or written,
 // bumps the change count and calls the changed handler synchronously (the
-// harshest timing a backend may have). Counts the reads that would reach the
-// owning application.
+// harshest timing a backend may have). Reads answer before returning unless
+// held. Counts the reads that would reach the owning application.
 class FakePasteboard final : public Pasteboard {
 public:
     struct Content {
@@ -26,13 +26,16 @@ public:
     int typeReads() const { return m_typeReads; }
     int contentReads() const { return m_contentReads; }
 
+    // While set, reads of content with a picture are held, as a platform that
+    // decodes a large picture would; `answerHeldReads` answers them, newest first.
+    bool holdPictureReads = false;
+    void answerHeldReads();
+
     qint64 changeCount() const override { return m_changeCount; }
     void setChangedHandler(std::function<void()> handler) override { m_changed = std::move(handler); }
-    QStringList types() const override;
-    QList<QUrl> fileUrls() const override;
+    void readContent(
+        const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done) override;
     std::optional<QString> string() const override;
-    // Answers before returning.
-    void readImage(std::function<void(std::optional<PasteboardImage>)> done) override;
     void clear() override;
     void writeString(const QString &text) override;
     // Treats empty bytes as a picture that does not decode; pixel sizes are not known here.
@@ -51,6 +54,7 @@ private:
     std::function<void()> m_changed;
     mutable int m_typeReads = 0;
     mutable int m_contentReads = 0;
+    QList<std::function<void()>> m_heldReads;
 };
 
 } // namespace tessary

@@ -13,6 +13,6 @@ namespace tessary::CanonicalPng {
 // 8-bit RGB, or RGBA when some pixel is not opaque. So the same picture gives
 // the same bytes whether its owner offered PNG, BMP or anything else Qt reads.
 // None for a null image or when encoding fails.
-std::optional<PasteboardImage> encode(const QImage &image);
+std::optional<PasteboardImage> encode(QImage image);
 
 } // namespace tessary::CanonicalPng

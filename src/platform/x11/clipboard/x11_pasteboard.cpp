@@ -1,37 +1,26 @@
 #include "platform/x11/clipboard/x11_pasteboard.h"
 
 #include "platform/x11/clipboard/canonical_png.h"
+#include "platform/x11/clipboard/x11_selection_reader.h"
+#include "platform/x11/x11_connection.h"
 
 #include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QMimeData>
+#include <QPointer>
 #include <QThreadPool>
+
+#include <X11/Xlib.h>
 
 namespace tessary {
 
 namespace {
 
-constexpr QLatin1String uriListType("text/uri-list");
-// Qt lists every text target the owner offers (UTF8_STRING, STRING, …) under this name.
-constexpr QLatin1String textType("text/plain");
 constexpr QLatin1String pngType("image/png");
 // Beyond this, decoding and re-encoding would hold gigabytes; such a picture is not recorded.
 constexpr qint64 maxPixels = 64LL * 1024 * 1024;
-
-// The image type to ask the owner for: PNG when offered, else the first one Qt decodes.
-std::optional<QString> readableImageType(const QStringList &types)
-{
-    if (types.contains(pngType))
-        return QString(pngType);
-    static const QList<QByteArray> decodable = QImageReader::supportedMimeTypes();
-    for (const QString &type : types) {
-        if (type.startsWith(QStringLiteral("image/")) && decodable.contains(type.toLatin1()))
-            return type;
-    }
-    return std::nullopt;
-}
 
 // Reads the header first, so that an oversized picture costs nothing to refuse.
 QImage decodeWithinLimit(const QByteArray &bytes)
@@ -47,6 +36,12 @@ QImage decodeWithinLimit(const QByteArray &bytes)
     return reader.read();
 }
 
+// Runs `answer` on the main thread; the application outlives the reader and the pool's tasks.
+void onMainThread(std::function<void()> answer)
+{
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(answer), Qt::QueuedConnection);
+}
+
 } // namespace
 
 X11Pasteboard::X11Pasteboard(QObject *parent)
@@ -54,7 +49,11 @@ X11Pasteboard::X11Pasteboard(QObject *parent)
     , m_clipboard(QGuiApplication::clipboard())
 {
     connect(m_clipboard, &QClipboard::dataChanged, this, &X11Pasteboard::onClipboardChanged);
+    if (X11Connection *x11 = X11Connection::instance())
+        m_reader = std::make_unique<X11SelectionReader>(XDisplayString(x11->display()), x11->connection());
 }
+
+X11Pasteboard::~X11Pasteboard() = default;
 
 void X11Pasteboard::onClipboardChanged()
 {
@@ -65,65 +64,47 @@ void X11Pasteboard::onClipboardChanged()
 
 void X11Pasteboard::setChangedHandler(std::function<void()> handler) { m_changed = std::move(handler); }
 
-const QMimeData *X11Pasteboard::content() const { return m_clipboard->mimeData(QClipboard::Clipboard); }
-
-QStringList X11Pasteboard::types() const
+void X11Pasteboard::readContent(
+    const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done)
 {
-    if (m_typesChange != m_changeCount) {
-        const QMimeData *data = content();
-        m_types = data ? data->formats() : QStringList();
-        m_typesChange = m_changeCount;
+    if (!m_reader) {
+        done(std::nullopt);
+        return;
     }
-    return m_types;
-}
-
-QList<QUrl> X11Pasteboard::fileUrls() const
-{
-    if (!types().contains(uriListType))
-        return {};
-    const QMimeData *data = content();
-    if (!data)
-        return {};
-    QList<QUrl> files;
-    for (const QUrl &url : data->urls()) {
-        if (url.isLocalFile())
-            files.append(url);
-    }
-    return files;
+    using Outcome = X11SelectionReader::Outcome;
+    // Runs on the reader's thread.
+    m_reader->read(
+        refusedTypes, [self = QPointer(this), done = std::move(done)](Outcome outcome, X11SelectionReader::Raw raw) {
+            const auto answer = [self, done](std::optional<PasteboardContent> content) {
+                onMainThread([self, done, content = std::move(content)] {
+                    if (self)
+                        done(content);
+                });
+            };
+            if (outcome != Outcome::read)
+                return answer(std::nullopt);
+            PasteboardContent content{.types = std::move(raw.targets),
+                .fileUrls = std::move(raw.fileUrls),
+                .string = std::move(raw.text),
+                .image = std::nullopt};
+            if (raw.imageBytes.isEmpty())
+                return answer(std::move(content));
+            QThreadPool::globalInstance()->start(
+                [answer, content = std::move(content), bytes = std::move(raw.imageBytes)]() mutable {
+                    QImage decoded = decodeWithinLimit(bytes);
+                    bytes = QByteArray();
+                    content.image = CanonicalPng::encode(std::move(decoded));
+                    answer(std::move(content));
+                });
+        });
 }
 
 std::optional<QString> X11Pasteboard::string() const
 {
-    if (!types().contains(textType))
-        return std::nullopt;
-    const QMimeData *data = content();
-    if (!data)
+    const QMimeData *data = m_clipboard->mimeData(QClipboard::Clipboard);
+    if (!data || !data->hasText())
         return std::nullopt;
     return data->text();
-}
-
-void X11Pasteboard::readImage(std::function<void(std::optional<PasteboardImage>)> done)
-{
-    const QMimeData *data = content();
-    QByteArray bytes;
-    QImage own;
-    if (data) {
-        if (const auto type = readableImageType(types()))
-            bytes = data->data(*type);
-        else if (data->hasImage())
-            // Our own write, still in process: Qt keeps it as an image object.
-            own = qvariant_cast<QImage>(data->imageData());
-    }
-    if (bytes.isEmpty() && own.isNull()) {
-        done(std::nullopt);
-        return;
-    }
-    // The application object outlives the pool's tasks: its destructor waits for them.
-    QThreadPool::globalInstance()->start([bytes = std::move(bytes), own = std::move(own), done = std::move(done)] {
-        auto image = CanonicalPng::encode(own.isNull() ? decodeWithinLimit(bytes) : own);
-        QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [done, image = std::move(image)] { done(image); }, Qt::QueuedConnection);
-    });
 }
 
 void X11Pasteboard::clear() { m_clipboard->clear(QClipboard::Clipboard); }
