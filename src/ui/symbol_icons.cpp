@@ -195,6 +195,28 @@ bool drawKnownSymbol(QPainter &painter, const QString &symbol, double size)
         painter.drawLine(QPointF(size * 0.28, size * 0.5), QPointF(size * 0.72, size * 0.5));
         return true;
     }
+    if (symbol == QLatin1String("circle.lefthalf.filled")) {
+        // Light and dark side by side: the appearance switch.
+        const QRectF disc(pen, pen, size - 2 * pen, size - 2 * pen);
+        painter.drawEllipse(disc);
+        painter.setBrush(ink);
+        painter.drawPie(disc, 90 * 16, 180 * 16);
+        return true;
+    }
+    if (symbol == QLatin1String("sparkles.tv")) {
+        // A screen with a star on it, and its stand.
+        const QRectF screen(pen, size * 0.14, size - 2 * pen, size * 0.6);
+        painter.drawRoundedRect(screen, pen * 1.5, pen * 1.5);
+        painter.drawLine(QPointF(size * 0.3, size * 0.88), QPointF(size * 0.7, size * 0.88));
+        const QPointF centre = screen.center();
+        const double arm = size * 0.18;
+        painter.drawLine(centre - QPointF(arm, 0), centre + QPointF(arm, 0));
+        painter.drawLine(centre - QPointF(0, arm), centre + QPointF(0, arm));
+        const double diagonal = arm * 0.5;
+        painter.drawLine(centre - QPointF(diagonal, diagonal), centre + QPointF(diagonal, diagonal));
+        painter.drawLine(centre - QPointF(diagonal, -diagonal), centre + QPointF(diagonal, -diagonal));
+        return true;
+    }
     if (symbol == QLatin1String("pin.fill")) {
         painter.setBrush(ink);
         painter.drawEllipse(QRectF(size * 0.3, size * 0.05, size * 0.4, size * 0.4));

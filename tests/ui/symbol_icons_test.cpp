@@ -23,13 +23,14 @@ bool hasInk(const QImage &image)
     return false;
 }
 
-// Without a theme icon, the settings' tab, action and row symbols are drawn
-// as pictures; only unknown symbols get the lettered badge.
-TEST(SymbolIcons, settingsSymbolsAreDrawnAsPicturesNotLetters)
+// Without a theme icon, the settings' tab, action and row symbols and the
+// launcher's symbols no icon theme names are drawn as pictures; only unknown
+// symbols get the lettered badge.
+TEST(SymbolIcons, symbolsInUseAreDrawnAsPicturesNotLetters)
 {
-    QStringList symbols
-        = {QStringLiteral("gearshape"), QStringLiteral("rectangle.split.2x2"), QStringLiteral("doc.on.clipboard"),
-            QStringLiteral("magnifyingglass"), QStringLiteral("text.append"), QStringLiteral("minus.circle")};
+    QStringList symbols = {QStringLiteral("gearshape"), QStringLiteral("rectangle.split.2x2"),
+        QStringLiteral("doc.on.clipboard"), QStringLiteral("magnifyingglass"), QStringLiteral("text.append"),
+        QStringLiteral("minus.circle"), QStringLiteral("circle.lefthalf.filled"), QStringLiteral("sparkles.tv")};
     for (HotAction action : HotActions::windowActions)
         symbols.append(iconName(action));
     for (const QString &symbol : symbols) {
