@@ -1,5 +1,5 @@
 # The launcher: an application, a calculation, a web keyword, a snippet keyword.
-open_launcher "term"
+open_launcher "xterm"
 capture launcher-app
 close_panel
 open_launcher "12*7%"

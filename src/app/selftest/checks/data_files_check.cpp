@@ -26,6 +26,12 @@ std::optional<mode_t> modeOf(const QString &path)
     return info.st_mode & 07777;
 }
 
+// "1 image", "3 images".
+QString counted(qsizetype count, const char *one, const char *many)
+{
+    return QString::number(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
 QString octal(mode_t mode) { return QStringLiteral("%1").arg(uint(mode), 4, 8, QLatin1Char('0')); }
 
 std::optional<QByteArray> contents(const QString &path)
@@ -90,7 +96,8 @@ void DataFilesCheck::run(Done done)
         const std::optional<QByteArray> bytes = contents(history);
         const std::optional<QList<ClipItem>> items = bytes ? ClipItem::listFromJson(*bytes) : std::nullopt;
         if (items) {
-            inspection.notes.append(QStringLiteral("%1 %2 entries").arg(QLatin1String(historyName)).arg(items->size()));
+            inspection.notes.append(
+                QLatin1String(historyName) + QLatin1Char(' ') + counted(items->size(), "entry", "entries"));
         } else {
             inspection.problems.append(QStringLiteral("%1 cannot be read as a clipboard history: Tessary starts with "
                                                       "an empty one and keeps this file beside it as %2.unreadable-…")
@@ -104,14 +111,14 @@ void DataFilesCheck::run(Done done)
         const QFileInfoList files = QDir(images).entryInfoList(QDir::Files | QDir::Hidden);
         for (const QFileInfo &file : files)
             inspection.permissions(file.filePath(), 0600);
-        inspection.notes.append(QStringLiteral("%1 images").arg(files.size()));
+        inspection.notes.append(counted(files.size(), "image", "images"));
     }
     const QString snippets = folder.filePath(QLatin1String(SnippetStore::fileName));
     if (QFileInfo::exists(snippets)) {
         const std::optional<QByteArray> bytes = contents(snippets);
         if (const std::optional<qsizetype> count = bytes ? snippetCount(*bytes) : std::nullopt) {
             inspection.notes.append(
-                QStringLiteral("%1 %2 snippets").arg(QLatin1String(SnippetStore::fileName)).arg(*count));
+                QLatin1String(SnippetStore::fileName) + QLatin1Char(' ') + counted(*count, "snippet", "snippets"));
         } else {
             inspection.problems.append(QStringLiteral("%1 cannot be read as snippets: Tessary offers the default "
                                                       "ones and keeps this file beside it as %2.unreadable-…")
