@@ -268,7 +268,10 @@ void LauncherEngine::addSnippets(QList<LauncherResult> &rows, const QString &tri
         auto paste = [engine = QPointer<LauncherEngine>(this), snippet] {
             if (!engine)
                 return;
-            const QString clipboard = engine->m_sources.pasteboard.string().value_or(QString());
+            // Asking the clipboard's owner waits for it: only when the text needs it.
+            const QString clipboard = snippet.text.contains(QLatin1String("{clipboard}"))
+                ? engine->m_sources.pasteboard.string().value_or(QString())
+                : QString();
             engine->actions.paste(snippet.expanded(clipboard, QDateTime::currentDateTime(), QLocale()));
         };
         rows.append(LauncherResult{QStringLiteral("snip-") + StrictJson::uuidText(snippet.id),

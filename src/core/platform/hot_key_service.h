@@ -17,9 +17,9 @@ public:
     // Called with the id given at registration each time its combination is
     // pressed, from the platform's event dispatch on the main thread.
     virtual void setPressedHandler(std::function<void(quint32 id)> handler) = 0;
-    // Called on the main thread after the keyboard changed and the
-    // registrations moved to the keys now at their positions: some may have
-    // been lost there, and combinations refused before may be free now.
+    // Called on the main thread after a keyboard change moved registrations
+    // to the keys now at their positions: some may have been lost there, and
+    // combinations refused before may be free now.
     virtual void setKeyboardChangedHandler(std::function<void()> handler) = 0;
     // A reference for unregistering, or none when the combination is refused
     // (held by another application, by this one, or not typeable here).

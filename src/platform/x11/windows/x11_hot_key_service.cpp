@@ -126,20 +126,25 @@ bool X11HotKeyService::sendGrab(const Grab &grab)
 void X11HotKeyService::regrabMovedKeys()
 {
     m_masks.reset();
+    bool moved = false;
     for (Grab &held : m_grabs) {
-        const Grab moved = grabFor(held.combo, held.id);
-        if (moved.keycode == held.keycode && moved.modifiers == held.modifiers && moved.locks == held.locks)
+        const Grab now = grabFor(held.combo, held.id);
+        if (now.keycode == held.keycode && now.modifiers == held.modifiers && now.locks == held.locks)
             continue;
+        moved = true;
         if (held.keycode)
             ungrab(held);
-        held = moved;
+        held = now;
         if (held.keycode && !sendGrab(held)) {
             qCWarning(lcX11Windows) << "hot key" << held.combo.display() << "is taken on the new keyboard";
             held.keycode = 0;
         }
     }
     xcb_flush(m_x11.connection());
-    if (m_keyboardChangedHandler)
+    // The server also announces a new keyboard when key events switch between
+    // devices (XTest and the real keyboard) with the same keymap; registering
+    // everything again then would drop the key press that caused it.
+    if (moved && m_keyboardChangedHandler)
         m_keyboardChangedHandler();
 }
 
