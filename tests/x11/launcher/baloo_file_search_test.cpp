@@ -1,5 +1,6 @@
 #include "platform/x11/launcher/baloo_file_search.h"
 
+#include "scratch_index_home.h"
 #include "session/private_bus.h"
 
 #include <QDBusConnectionInterface>
@@ -38,22 +39,9 @@ protected:
             config.write("[General]\nfolders[$e]=" + files.toUtf8()
                 + "\nexclude folders[$e]=\nonly basic indexing=true\n\n[Basic Settings]\nIndexing-Enabled=true\n");
         }
-        const QDateTime now = QDateTime::currentDateTimeUtc();
-        const std::pair<QString, int> dated[] = {
-            {u"old-report.txt"_s, 300}, {u"new-Report.odt"_s, 10}, {u"mid report.txt"_s, 100}, {u"Résumé.pdf"_s, 50}};
-        for (const auto &[name, ageDays] : dated) {
-            QFile file(files + QLatin1Char('/') + name);
-            if (file.open(QIODevice::WriteOnly)) {
-                file.write("x");
-                file.flush();
-                file.setFileTime(now.addDays(-ageDays), QFileDevice::FileModificationTime);
-            }
-        }
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, root + u"/home"_s);
-        environment.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
-        environment.insert(u"XDG_CACHE_HOME"_s, root + u"/cache"_s);
-        environment.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
+        ScratchIndexHome::writeDatedFiles(files,
+            {{u"old-report.txt"_s, 300}, {u"new-Report.odt"_s, 10}, {u"mid report.txt"_s, 100}, {u"Résumé.pdf"_s, 50}});
+        QProcessEnvironment environment = ScratchIndexHome::environment(root);
         environment.insert(u"XDG_RUNTIME_DIR"_s, root + u"/runtime"_s);
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         s_bus = new PrivateBus(environment);

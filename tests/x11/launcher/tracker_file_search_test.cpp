@@ -2,6 +2,7 @@
 
 #include "platform/fake/launcher/fake_file_search_backend.h"
 #include "platform/x11/launcher/desktop_file_search.h"
+#include "scratch_index_home.h"
 #include "session/private_bus.h"
 
 #include <QDBusConnectionInterface>
@@ -38,22 +39,10 @@ protected:
             keyfile.write("[org/freedesktop/tracker/miner/files]\nindex-recursive-directories=['" + files.toUtf8()
                 + "']\nindex-single-directories=@as []\ninitial-sleep=0\nindex-applications=false\nthrottle=0\n");
         }
-        const QDateTime now = QDateTime::currentDateTimeUtc();
-        const std::pair<QString, int> dated[] = {{u"old-report.txt"_s, 300}, {u"new-Report.odt"_s, 10},
-            {u"mid report.txt"_s, 100}, {u"Résumé.pdf"_s, 50}, {u"notes.txt"_s, 5}};
-        for (const auto &[name, ageDays] : dated) {
-            QFile file(files + QLatin1Char('/') + name);
-            if (file.open(QIODevice::WriteOnly)) {
-                file.write("x");
-                file.flush();
-                file.setFileTime(now.addDays(-ageDays), QFileDevice::FileModificationTime);
-            }
-        }
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, root + u"/home"_s);
-        environment.insert(u"XDG_CONFIG_HOME"_s, root + u"/config"_s);
-        environment.insert(u"XDG_CACHE_HOME"_s, root + u"/cache"_s);
-        environment.insert(u"XDG_DATA_HOME"_s, root + u"/data"_s);
+        ScratchIndexHome::writeDatedFiles(files,
+            {{u"old-report.txt"_s, 300}, {u"new-Report.odt"_s, 10}, {u"mid report.txt"_s, 100}, {u"Résumé.pdf"_s, 50},
+                {u"notes.txt"_s, 5}});
+        QProcessEnvironment environment = ScratchIndexHome::environment(root);
         environment.insert(u"GSETTINGS_BACKEND"_s, u"keyfile"_s);
         s_bus = new PrivateBus(environment);
     }
