@@ -133,13 +133,28 @@ void DragSnapper::snapDroppedWindow()
         const std::optional<Layout> layout = zone(pointer, screen.frame, screen.scale);
         if (!layout || !wasDragged(*now, screen.scale))
             return;
-        m_manager.remember(*m_startKey, *m_startFrame);
-        m_manager.apply(*layout, front->window, front->app.pid, [layout](const WindowManager::ApplyResult &result) {
-            if (!result.succeeded())
-                qCDebug(lcWindows) << "drag snap to" << rawValue(*layout) << "failed";
-        });
+        // A window manager that tiles windows dropped at an edge does so on
+        // the same release: its frame is the one to keep, not a second one.
+        // The generation the reset after this press gives: a new press voids it.
+        QTimer::singleShot(windowManagerGrace, this,
+            [this, drop = Drop{*layout, *front, *now, *m_startKey, *m_startFrame}, generation = m_generation + 1] {
+                if (generation == m_generation)
+                    apply(drop);
+            });
         return;
     }
+}
+
+void DragSnapper::apply(const Drop &drop)
+{
+    if (!m_enabled || m_accessibility.frame(drop.front.window) != drop.frame)
+        return;
+    m_manager.remember(drop.startKey, drop.startFrame);
+    m_manager.apply(drop.layout, drop.front.window, drop.front.app.pid,
+        [layout = drop.layout](const WindowManager::ApplyResult &r) {
+            if (!r.succeeded())
+                qCDebug(lcWindows) << "drag snap to" << rawValue(layout) << "failed";
+        });
 }
 
 bool DragSnapper::wasDragged(const Rect &now, double scale) const

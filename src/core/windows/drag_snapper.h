@@ -4,6 +4,7 @@
 #include "core/platform/mouse_monitor.h"
 #include "core/platform/screens.h"
 #include "core/platform/workspace.h"
+#include "core/windows/ax.h"
 #include "core/windows/layout.h"
 #include "core/windows/rect.h"
 
@@ -23,8 +24,9 @@ class WindowManager;
 // The window under the user's hand is captured shortly after the button goes
 // down; on release it must still be in front, have moved by more than 10 points
 // and kept its size within 4 points (otherwise it was resized). Points are
-// scaled by the scale factor of the display under the pointer. Every unmet
-// condition ends the press silently. The ports and the manager must outlive
+// scaled by the scale factor of the display under the pointer. The snap comes
+// a moment after the release, and only if the window manager has not moved
+// the window meanwhile. Every unmet condition ends the press silently. The ports and the manager must outlive
 // this object. Main thread only.
 class DragSnapper : public QObject {
     Q_OBJECT
@@ -33,6 +35,9 @@ public:
     // How long after the button goes down the front window is read, so that
     // the click has activated the window being dragged.
     static constexpr std::chrono::milliseconds captureDelay{80};
+    // How long after the release a snap waits for the window manager's own
+    // tiling of the drop, which it then leaves alone.
+    static constexpr std::chrono::milliseconds windowManagerGrace{120};
 
     DragSnapper(WindowManager &manager, Accessibility &accessibility, Workspace &workspace, Screens &screens,
         MouseMonitor &mouse, QObject *parent = nullptr);
@@ -54,7 +59,15 @@ private:
     void onMouseDown();
     void onMouseUp();
     void capture(quint64 generation);
+    struct Drop {
+        Layout layout;
+        AX::FrontWindow front;
+        Rect frame;
+        QString startKey;
+        Rect startFrame;
+    };
     void snapDroppedWindow();
+    void apply(const Drop &drop);
     bool wasDragged(const Rect &now, double scale) const;
     void reset();
 

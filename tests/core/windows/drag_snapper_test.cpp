@@ -30,6 +30,7 @@ const Rect primaryLeftHalf{0, 25, 960, 1055};
 const QPointF primaryLeftEdge{3, 540};
 
 void waitForCapture() { QTest::qWait(int(DragSnapper::captureDelay.count()) + 40); }
+void waitForSnap() { QTest::qWait(int(DragSnapper::windowManagerGrace.count()) + 40); }
 
 class DragSnapperTest : public ::testing::Test {
 protected:
@@ -50,6 +51,7 @@ protected:
             w, {f.x + travel.x(), f.y + travel.y(), f.width + resize.width(), f.height + resize.height()});
         desktop.setPointer(pointer);
         desktop.releaseLeft();
+        waitForSnap();
     }
 
     FakeDesktop desktop;
@@ -211,6 +213,7 @@ TEST_P(EnabledAndTrusted, areNeededAtPressAndAtRelease)
         set(c.atRelease);
         desktop.setPointer(primaryLeftEdge);
         desktop.releaseLeft();
+        waitForSnap();
         EXPECT_EQ(desktop.frameWrites(w), snaps ? 1 : 0) << (switchTrust ? "trust" : "enabled");
         set(true);
     }
@@ -231,6 +234,7 @@ TEST_F(DragSnapperTest, aQuickClickDropsItsPendingCapture)
     desktop.placeWindow(w, {400, 300, 800, 600});
     desktop.setPointer(primaryLeftEdge);
     desktop.releaseLeft();
+    waitForSnap();
     EXPECT_EQ(desktop.frameWrites(w), 0);
 }
 
@@ -241,6 +245,7 @@ TEST_F(DragSnapperTest, aReleaseArmsNothingForTheNextOne)
     desktop.placeWindow(w, {400, 300, 800, 600});
     desktop.setPointer(primaryLeftEdge);
     desktop.releaseLeft();
+    waitForSnap();
     EXPECT_EQ(desktop.frameWrites(w), 0);
 }
 
@@ -253,6 +258,7 @@ TEST_F(DragSnapperTest, anotherWindowInFrontAtReleaseIsLeftAlone)
     const WindowId other = desktop.addWindow(editor, {400, 300, 800, 600});
     desktop.setPointer(primaryLeftEdge);
     desktop.releaseLeft();
+    waitForSnap();
     EXPECT_EQ(desktop.frameWrites(dragged), 0);
     EXPECT_EQ(desktop.frameWrites(other), 0);
 }
@@ -279,7 +285,24 @@ TEST_F(DragSnapperTest, aDestroyedSnapperIgnoresPendingCapturesAndLaterPresses)
     desktop.setPointer(primaryLeftEdge);
     desktop.releaseLeft();
     desktop.pressLeft();
+    waitForSnap();
     EXPECT_EQ(desktop.frameWrites(w), 0);
+}
+
+// Window managers that tile a window dropped at an edge do it on the release.
+TEST_F(DragSnapperTest, aDropTheWindowManagerTilesItselfIsLeftToIt)
+{
+    const WindowId w = desktop.addWindow(editor, startFrame);
+    desktop.pressLeft();
+    waitForCapture();
+    desktop.placeWindow(w, {200, 300, 800, 600});
+    desktop.setPointer(primaryLeftEdge);
+    desktop.releaseLeft();
+    const Rect tiled{0, 0, 960, 1080};
+    desktop.placeWindow(w, tiled);
+    waitForSnap();
+    EXPECT_EQ(desktop.frameWrites(w), 0);
+    EXPECT_EQ(desktop.windowFrame(w), tiled);
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Starts or stops the test X session: Xvfb with two RandR monitors of different
-# sizes side by side (1920x1080 primary, 1440x900 to its right) and a window
-# manager with a configuration that binds none of Tessary's keys:
+# Starts or stops the test X session: an X server with two RandR monitors of
+# different sizes side by side (1920x1080 primary, 1440x900 to its right) and a
+# window manager with a configuration that binds none of Tessary's keys:
 # openbox (the default), xfwm4 (over its own settings bus) or i3 (tiling).
+# xfwm4, like every GTK window manager, sees only monitors backed by a RandR
+# output, which Xvfb has one of: its session runs on Xorg's dummy driver.
 #   xsession.sh start <display-number> <state-dir> [openbox|xfwm4|i3]
 #   xsession.sh stop  <display-number> <state-dir>
 set -euo pipefail
@@ -10,13 +12,16 @@ action=$1 num=$2 dir=$3 wm=${4:-openbox}
 here=$(cd "$(dirname "$0")" && pwd)
 export DISPLAY=":$num"
 
+# Running and not yet a zombie: whoever adopted it may not reap it soon.
+alive() { grep -q '^State:[[:space:]]*[^Z[:space:]]' "/proc/$1/status" 2>/dev/null; }
+
 stop() {
-  for name in wm dbus xvfb; do
+  for name in wm dbus xserver; do
     if [ -f "$dir/$name.pid" ]; then
       pid=$(cat "$dir/$name.pid")
       kill "$pid" 2>/dev/null || true
       # A server still shutting down would answer the next start's probe.
-      for _ in $(seq 100); do kill -0 "$pid" 2>/dev/null || break; sleep 0.02; done
+      for _ in $(seq 100); do alive "$pid" || break; sleep 0.02; done
       rm -f "$dir/$name.pid"
     fi
   done
@@ -59,16 +64,33 @@ start_wm() {
   echo $! >"$dir/wm.pid"
 }
 
+start_xvfb() {
+  Xvfb "$DISPLAY" -noreset -nolisten tcp -screen 0 3360x1080x24 >"$dir/xserver.log" 2>&1 &
+  echo $! >"$dir/xserver.pid"
+  wait_for 200 xdpyinfo || { echo "Xvfb did not start"; cat "$dir/xserver.log"; exit 1; }
+  # A server that has just started may still refuse RandR requests.
+  wait_for 20 xrandr --setmonitor LEFT 1920/508x1080/286+0+0 screen || { echo "RandR refused the monitors"; exit 1; }
+  wait_for 20 xrandr --setmonitor RIGHT 1440/381x900/238+1920+0 none || { echo "RandR refused the monitors"; exit 1; }
+}
+
+start_xorg() {
+  # An empty configuration folder keeps the machine's input and GPU drivers out.
+  mkdir -p "$dir/xorg.conf.d"
+  Xorg "$DISPLAY" -noreset -nolisten tcp -novtswitch -sharevts -config "$here/xorg-dummy.conf" \
+    -configdir "$dir/xorg.conf.d" -logfile "$dir/xserver.log" >/dev/null 2>&1 &
+  echo $! >"$dir/xserver.pid"
+  wait_for 200 xdpyinfo || { echo "Xorg did not start"; cat "$dir/xserver.log"; exit 1; }
+  xrandr --newmode 1440x900 106.50 1440 1528 1672 1904 900 903 909 934 -hsync +vsync
+  xrandr --addmode DUMMY1 1440x900
+  xrandr --output DUMMY0 --mode 1920x1080 --pos 0x0 --primary \
+    --output DUMMY1 --mode 1440x900 --pos 1920x0 || { echo "RandR refused the monitors"; exit 1; }
+}
+
 case $action in
 start)
   mkdir -p "$dir"
   stop
-  Xvfb "$DISPLAY" -noreset -nolisten tcp -screen 0 3360x1080x24 >"$dir/xvfb.log" 2>&1 &
-  echo $! >"$dir/xvfb.pid"
-  wait_for 200 xdpyinfo || { echo "Xvfb did not start"; cat "$dir/xvfb.log"; exit 1; }
-  # A server that has just started may still refuse RandR requests.
-  wait_for 20 xrandr --setmonitor LEFT 1920/508x1080/286+0+0 screen || { echo "RandR refused the monitors"; exit 1; }
-  wait_for 20 xrandr --setmonitor RIGHT 1440/381x900/238+1920+0 none || { echo "RandR refused the monitors"; exit 1; }
+  if [ "$wm" = xfwm4 ]; then start_xorg; else start_xvfb; fi
   start_wm
   wait_for 200 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' \
     || { echo "$wm did not start"; cat "$dir/wm.log"; exit 1; }

@@ -233,10 +233,23 @@ public:
         return !error;
     }
 
+    // Read from the server's own mapping: the sessions differ in key codes
+    // (evdev's 113, the built-in xfree86 set's 100).
     xcb_keycode_t keycodeOfLeft() const
     {
-        // On the test server's US mapping the Left arrow is key 113.
-        return 113;
+        constexpr xcb_keysym_t left = 0xff51;
+        const xcb_setup_t *setup = xcb_get_setup(m_connection);
+        const int count = setup->max_keycode - setup->min_keycode + 1;
+        xcb_get_keyboard_mapping_reply_t *mapping = xcb_get_keyboard_mapping_reply(m_connection,
+            xcb_get_keyboard_mapping(m_connection, setup->min_keycode, static_cast<uint8_t>(count)), nullptr);
+        const xcb_keysym_t *syms = xcb_get_keyboard_mapping_keysyms(mapping);
+        xcb_keycode_t found = 0;
+        for (int i = 0; found == 0 && i < count * mapping->keysyms_per_keycode; ++i) {
+            if (syms[i] == left)
+                found = static_cast<xcb_keycode_t>(setup->min_keycode + i / mapping->keysyms_per_keycode);
+        }
+        std::free(mapping);
+        return found;
     }
 
 private:

@@ -132,7 +132,7 @@ void X11FrameMove::measureNow()
 void X11FrameMove::onDeadline()
 {
     if (m_phase == Phase::unmaximizing) {
-        qCDebug(lcX11Windows) << "window" << Qt::hex << m_window << "stayed maximized";
+        qCDebug(lcX11Windows) << "window" << Qt::hex << m_window << Qt::dec << "stayed maximized";
         return finish(false);
     }
     const std::optional<X11WindowFrames::Placement> now = m_frames.measure(m_window);
@@ -150,7 +150,9 @@ void X11FrameMove::sendRequest(const X11WindowFrames::Placement &now)
     m_last = m_before;
     if (m_requests++ == 0) {
         m_original = m_before;
-        if (m_original == m_request.expectedVisible)
+        // Where it is already, whether or not its size steps would let it
+        // be there (a window manager may have set it there, ignoring them).
+        if (m_original == m_request.expectedVisible || m_original == m_target)
             return finish(true);
     }
     m_frames.send(m_window, m_request);
@@ -167,7 +169,7 @@ void X11FrameMove::settled(const X11WindowFrames::Placement &now)
             return sendRequest(now);
     }
     if (now.visible() == m_original)
-        qCDebug(lcX11Windows) << "window" << Qt::hex << m_window << "did not move to" << m_target;
+        qCDebug(lcX11Windows) << "window" << Qt::hex << m_window << Qt::dec << "did not move to" << m_target;
     finish(now.visible() != m_original);
 }
 
