@@ -112,7 +112,6 @@ TEST(ClipItemJson, everyKindRoundTripsThroughTheHistoryFileForm)
     EXPECT_EQ(imageObject.value(QLatin1String("id")).toString(), image.id.toString(QUuid::WithoutBraces).toUpper());
     for (const char *absent : {"text", "files", "sourceApp"})
         EXPECT_FALSE(imageObject.contains(QLatin1String(absent))) << absent << " left out, not null";
-    EXPECT_EQ(ClipItem::listFromJson(ClipItem::listToJson({})), QList<ClipItem>());
 }
 
 TEST(ClipItemJson, decodingIsStrictAboutRequiredMembersAndLenientAboutTheRest)
@@ -146,11 +145,9 @@ TEST(ClipItemJson, decodingIsStrictAboutRequiredMembersAndLenientAboutTheRest)
     };
     for (const auto &c : cases)
         EXPECT_EQ(ClipItem::fromJson(c.object).has_value(), c.decodes) << c.name;
-
-    EXPECT_EQ(ClipItem::fromJson(with("text", QJsonValue::Null))->text, std::nullopt);
 }
 
-TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameDecodes)
+TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameIsValid)
 {
     const struct {
         const char *name;
@@ -166,13 +163,8 @@ TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameDecodes)
         {"/23456789abcdef01234567.png", false},
         {"", false},
     };
-    for (const auto &c : cases) {
-        ClipItem image = textItem(std::nullopt);
-        image.kind = ClipItem::Kind::image;
-        image.imageFile = QString::fromLatin1(c.name);
-        const auto object = QJsonDocument::fromJson(image.toJson()).object();
-        EXPECT_EQ(ClipItem::fromJson(object).has_value(), c.valid) << c.name;
-    }
+    for (const auto &c : cases)
+        EXPECT_EQ(ClipItem::isImageFileName(QString::fromLatin1(c.name)), c.valid) << c.name;
 }
 
 TEST(ClipItemJson, oneBadElementSpoilsTheWholeList)
