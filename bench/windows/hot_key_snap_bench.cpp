@@ -8,8 +8,8 @@
 // thread's own processor time.
 //
 // Needs a running X session with a window manager, for example the test one
-// (openbox, or xfwm4 as its last argument):
-//   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench [xfwm4]
+// (openbox, or xfwm4 or mutter as its last argument):
+//   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench [xfwm4|mutter]
 //   DISPLAY=:75 QT_QPA_PLATFORM=xcb build/<dir>/bench/windows/tessary_bench_hot_key_snap
 #include "core/shortcuts/hot_key_center.h"
 #include "core/windows/ax.h"
@@ -26,6 +26,7 @@
 
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QMargins>
 #include <QProcess>
 #include <QThread>
 #include <QTimer>
@@ -43,12 +44,58 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Keycodes of the US mapping the test server uses.
-constexpr xcb_keycode_t controlL = 37, altL = 64, left = 113, right = 114;
+// The key that types `symbol` on the server's current mapping: key codes
+// differ between servers (evdev's Left is 113, the built-in set's 100).
+xcb_keycode_t keycodeOf(xcb_connection_t *connection, xcb_keysym_t symbol)
+{
+    const xcb_setup_t *setup = xcb_get_setup(connection);
+    const int count = setup->max_keycode - setup->min_keycode + 1;
+    auto *mapping = xcb_get_keyboard_mapping_reply(
+        connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, uint8_t(count)), nullptr);
+    if (!mapping)
+        return 0;
+    const xcb_keysym_t *symbols = xcb_get_keyboard_mapping_keysyms(mapping);
+    xcb_keycode_t found = 0;
+    for (int i = 0; found == 0 && i < count * mapping->keysyms_per_keycode; ++i) {
+        if (symbols[i] == symbol)
+            found = xcb_keycode_t(setup->min_keycode + i / mapping->keysyms_per_keycode);
+    }
+    std::free(mapping);
+    return found;
+}
 
-// The outer frame of `client`, read over `connection` (not the one under test).
+struct Keys {
+    xcb_keycode_t control, alt, left, right;
+};
+
+// The frame the user sees around `client`, read over `connection` (not the
+// one under test): grown by the published frame extents (mutter's frame
+// window also holds invisible borders), else the root's child that holds it.
 QRect managedFrame(xcb_connection_t *connection, xcb_window_t root, xcb_window_t client)
 {
+    static const xcb_atom_t extentsAtom = [connection] {
+        auto *reply
+            = xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, 18, "_NET_FRAME_EXTENTS"), nullptr);
+        const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+        std::free(reply);
+        return atom;
+    }();
+    auto *extents = xcb_get_property_reply(
+        connection, xcb_get_property(connection, 0, client, extentsAtom, XCB_ATOM_CARDINAL, 0, 4), nullptr);
+    auto *origin = xcb_translate_coordinates_reply(
+        connection, xcb_translate_coordinates(connection, client, root, 0, 0), nullptr);
+    auto *size = xcb_get_geometry_reply(connection, xcb_get_geometry(connection, client), nullptr);
+    QRect visible;
+    if (extents && xcb_get_property_value_length(extents) == 16 && origin && size) {
+        const auto *e = static_cast<const uint32_t *>(xcb_get_property_value(extents));
+        visible = QRect(origin->dst_x, origin->dst_y, size->width, size->height)
+                      .marginsAdded(QMargins{int(e[0]), int(e[2]), int(e[1]), int(e[3])});
+    }
+    std::free(extents);
+    std::free(origin);
+    std::free(size);
+    if (!visible.isNull())
+        return visible;
     xcb_window_t window = client;
     while (auto *tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr)) {
         const xcb_window_t parent = tree->parent;
@@ -72,11 +119,11 @@ double threadCpuMillis()
     return double(now.tv_sec) * 1000 + double(now.tv_nsec) / 1e6;
 }
 
-void press(xcb_connection_t *connection, xcb_keycode_t key)
+void press(xcb_connection_t *connection, const Keys &keys, xcb_keycode_t key)
 {
-    for (const xcb_keycode_t down : {controlL, altL, key})
+    for (const xcb_keycode_t down : {keys.control, keys.alt, key})
         xcb_test_fake_input(connection, XCB_KEY_PRESS, down, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    for (const xcb_keycode_t up : {key, altL, controlL})
+    for (const xcb_keycode_t up : {key, keys.alt, keys.control})
         xcb_test_fake_input(connection, XCB_KEY_RELEASE, up, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
     xcb_flush(connection);
 }
@@ -142,6 +189,8 @@ void BM_HotKeyToNewGeometry(benchmark::State &state)
     xcb_connection_t *observer = xcb_connect(nullptr, nullptr);
     xcb_connection_t *keyboard = xcb_connect(nullptr, nullptr);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(observer)).data->root;
+    const Keys keys{keycodeOf(keyboard, 0xffe3), keycodeOf(keyboard, 0xffe9), keycodeOf(keyboard, 0xff51),
+        keycodeOf(keyboard, 0xff53)};
     std::vector<double> millis, toHandler, inHandler;
     // The event loop's pulse: a gap between two beats is a stall.
     QTimer heartbeat;
@@ -168,7 +217,7 @@ void BM_HotKeyToNewGeometry(benchmark::State &state)
         lastBeatCpu = threadCpuMillis();
         heartbeat.start();
         const auto start = Clock::now();
-        press(keyboard, side == 0 ? left : right);
+        press(keyboard, keys, side == 0 ? keys.left : keys.right);
         bool arrived = false;
         while (!arrived) {
             QCoreApplication::processEvents(QEventLoop::AllEvents);

@@ -1,9 +1,11 @@
 #include "platform/x11/x11_connection.h"
 
 #include <QGuiApplication>
+#include <QList>
 
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace tessary {
 
@@ -47,6 +49,22 @@ xcb_atom_t X11Connection::atom(const QByteArray &name)
     if (value != XCB_ATOM_NONE)
         m_atoms.insert(name, value);
     return value;
+}
+
+void X11Connection::internAtoms(std::initializer_list<const char *> names)
+{
+    QList<std::pair<QByteArray, xcb_intern_atom_cookie_t>> pending;
+    for (const char *name : names) {
+        const QByteArray key(name);
+        if (!m_atoms.contains(key))
+            pending.append({key, xcb_intern_atom(m_connection, 0, uint16_t(key.size()), key.constData())});
+    }
+    for (const auto &[name, cookie] : std::as_const(pending)) {
+        xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(m_connection, cookie, nullptr);
+        if (reply && reply->atom != XCB_ATOM_NONE)
+            m_atoms.insert(name, reply->atom);
+        std::free(reply);
+    }
 }
 
 void X11Connection::watchRootProperties()

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QHash>
 
+#include <initializer_list>
+
 #include <xcb/xcb.h>
 
 typedef struct _XDisplay Display;
@@ -31,6 +33,9 @@ public:
 
     // Interned atom, cached for the life of the connection; XCB_ATOM_NONE on error.
     xcb_atom_t atom(const QByteArray &name);
+    // Interns and caches `names` in one round trip: for atoms that would
+    // otherwise cost one each on a first use that must be quick.
+    void internAtoms(std::initializer_list<const char *> names);
 
 private:
     X11Connection(xcb_connection_t *connection, Display *display);

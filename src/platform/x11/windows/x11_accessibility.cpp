@@ -15,6 +15,11 @@ X11Accessibility::X11Accessibility(X11Connection &x11)
     , m_moves(m_frames)
     , m_history(x11)
 {
+    x11.internAtoms({"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING", "_NET_CURRENT_DESKTOP",
+        "_NET_FRAME_EXTENTS", "_GTK_FRAME_EXTENTS", "_NET_MOVERESIZE_WINDOW", "_NET_SUPPORTED",
+        "_NET_SUPPORTING_WM_CHECK", "_NET_WM_DESKTOP", "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_STATE",
+        "_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_MAXIMIZED_HORZ", "_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STRUT",
+        "_NET_WM_STRUT_PARTIAL", "_NET_WM_WINDOW_TYPE", "_NET_WORKAREA", "_GTK_WORKAREAS_D0"});
 }
 
 bool X11Accessibility::isTrusted() const

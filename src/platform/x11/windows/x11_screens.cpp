@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include <cstdlib>
+#include <utility>
 
 namespace tessary {
 namespace {
@@ -35,7 +36,6 @@ Rect toDesktop(const QRect &rect, const QRect &primary)
 
 X11Screens::X11Screens(X11Connection &x11)
     : m_x11(x11)
-    , m_clients(x11)
 {
 }
 
@@ -80,45 +80,50 @@ QSize X11Screens::rootSize() const
 
 WorkAreaHints X11Screens::workAreaHints(QSize root) const
 {
+    // Two round trips however many clients there are: each round's requests
+    // all go out before its first reply is awaited.
     xcb_connection_t *connection = m_x11.connection();
-    const quint32 desktop = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom("_NET_CURRENT_DESKTOP"))
-                                .value_or(QList<quint32>{0})
-                                .value(0);
+    const xcb_window_t rootWindow = m_x11.root();
+    const auto desktopCookie = X11Properties::request(connection, rootWindow, m_x11.atom("_NET_CURRENT_DESKTOP"));
+    const auto clientsCookie = X11Properties::request(connection, rootWindow, m_x11.atom("_NET_CLIENT_LIST"));
+    const auto workAreaCookie = X11Properties::request(connection, rootWindow, m_x11.atom("_NET_WORKAREA"));
+    const quint32 desktop
+        = X11Properties::values32(connection, desktopCookie, XCB_ATOM_CARDINAL).value_or(QList<quint32>{0}).value(0);
+    const QList<quint32> clients
+        = X11Properties::values32(connection, clientsCookie, XCB_ATOM_WINDOW).value_or(QList<quint32>{});
+    const QList<quint32> desktopWide
+        = X11Properties::values32(connection, workAreaCookie, XCB_ATOM_CARDINAL).value_or(QList<quint32>{});
+
+    const auto perMonitorCookie
+        = X11Properties::request(connection, rootWindow, m_x11.atom("_GTK_WORKAREAS_D" + QByteArray::number(desktop)));
+    const xcb_atom_t partial = m_x11.atom("_NET_WM_STRUT_PARTIAL");
+    const xcb_atom_t full = m_x11.atom("_NET_WM_STRUT");
+    QList<std::pair<xcb_get_property_cookie_t, xcb_get_property_cookie_t>> strutCookies;
+    for (const quint32 client : clients)
+        strutCookies.append(
+            {X11Properties::request(connection, client, partial), X11Properties::request(connection, client, full)});
+
     WorkAreaHints hints;
-    const QByteArray gtkName = "_GTK_WORKAREAS_D" + QByteArray::number(desktop);
     const QList<quint32> perMonitor
-        = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom(gtkName)).value_or(QList<quint32>{});
+        = X11Properties::values32(connection, perMonitorCookie, XCB_ATOM_CARDINAL).value_or(QList<quint32>{});
     for (qsizetype i = 0; i + 3 < perMonitor.size(); i += 4)
         hints.perMonitor.append(
             QRect(int(perMonitor[i]), int(perMonitor[i + 1]), int(perMonitor[i + 2]), int(perMonitor[i + 3])));
-    if (!hints.perMonitor.isEmpty())
-        return hints;
-    hints.struts = struts(root);
-    const QList<quint32> desktopWide
-        = X11Properties::cardinals(connection, m_x11.root(), m_x11.atom("_NET_WORKAREA")).value_or(QList<quint32>{});
-    if (desktopWide.size() >= qsizetype(desktop + 1) * 4) {
+    for (const auto &[partialCookie, fullCookie] : std::as_const(strutCookies)) {
+        const auto partialValues = X11Properties::values32(connection, partialCookie, XCB_ATOM_CARDINAL);
+        const auto fullValues = X11Properties::values32(connection, fullCookie, XCB_ATOM_CARDINAL);
+        const std::optional<Strut> strut = partialValues ? Strut::fromPartial(*partialValues)
+            : fullValues                                 ? Strut::fromFull(*fullValues, root)
+                                                         : std::nullopt;
+        if (strut && hints.perMonitor.isEmpty())
+            hints.struts.append(*strut);
+    }
+    if (hints.perMonitor.isEmpty() && desktopWide.size() >= qsizetype(desktop + 1) * 4) {
         const qsizetype i = qsizetype(desktop) * 4;
         hints.desktopWide
             = QRect(int(desktopWide[i]), int(desktopWide[i + 1]), int(desktopWide[i + 2]), int(desktopWide[i + 3]));
     }
     return hints;
-}
-
-QList<Strut> X11Screens::struts(QSize root) const
-{
-    const xcb_atom_t partial = m_x11.atom("_NET_WM_STRUT_PARTIAL");
-    const xcb_atom_t full = m_x11.atom("_NET_WM_STRUT");
-    QList<Strut> result;
-    for (const xcb_window_t window : m_clients.clientList()) {
-        std::optional<Strut> strut;
-        if (const auto values = X11Properties::cardinals(m_x11.connection(), window, partial))
-            strut = Strut::fromPartial(*values);
-        else if (const auto legacy = X11Properties::cardinals(m_x11.connection(), window, full))
-            strut = Strut::fromFull(*legacy, root);
-        if (strut)
-            result.append(*strut);
-    }
-    return result;
 }
 
 } // namespace tessary

@@ -2,7 +2,7 @@
 
 #include "core/platform/screens.h"
 #include "platform/x11/windows/work_areas.h"
-#include "platform/x11/windows/x11_clients.h"
+#include "platform/x11/x11_connection.h"
 
 namespace tessary {
 
@@ -22,10 +22,8 @@ public:
 private:
     QSize rootSize() const;
     WorkAreaHints workAreaHints(QSize root) const;
-    QList<Strut> struts(QSize root) const;
 
     X11Connection &m_x11;
-    X11Clients m_clients;
 };
 
 } // namespace tessary
