@@ -169,13 +169,6 @@ TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
             u"Some Tessary shortcuts are taken by another app. Open Settings \u203A General to see which."));
 }
 
-TEST_F(AppControllerTest, startupStartsDragSnapping)
-{
-    controller().launchApp({});
-    ASSERT_TRUE(controller().dragSnapper());
-    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
-}
-
 TEST_F(AppControllerTest, theAccessibilityPromptComesOnlyOnTheFirstUntrustedLaunch)
 {
     const QString asked = QString::fromLatin1(AppController::askedAccessibilityKey);
@@ -261,9 +254,11 @@ TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
     EXPECT_EQ(opener.opened, QStringList{QStringLiteral("https://example.org/")});
 }
 
-TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
+TEST_F(AppControllerTest, dragSnappingStartsAndSettingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
 {
     controller().launchApp({});
+    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
+    ASSERT_TRUE(controller().dragSnapper());
     SettingsData changed = controller().settings().data();
     changed.gap = 12;
     changed.dragSnap = false;
