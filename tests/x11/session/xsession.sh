@@ -2,10 +2,10 @@
 # Starts or stops the test X session: an X server with two RandR monitors of
 # different sizes side by side (1920x1080 primary, 1440x900 to its right) and a
 # window manager with a configuration that binds none of Tessary's keys:
-# openbox (the default), xfwm4 (over its own settings bus) or i3 (tiling).
-# xfwm4, like every GTK window manager, sees only monitors backed by a RandR
-# output, which Xvfb has one of: its session runs on Xorg's dummy driver.
-#   xsession.sh start <display-number> <state-dir> [openbox|xfwm4|i3]
+# openbox (the default), xfwm4 (over its own settings bus), mutter or i3
+# (tiling). xfwm4 and mutter see only monitors backed by a RandR output, which
+# Xvfb has one of: their sessions run on Xorg's dummy driver.
+#   xsession.sh start <display-number> <state-dir> [openbox|xfwm4|mutter|i3]
 #   xsession.sh stop  <display-number> <state-dir>
 set -euo pipefail
 action=$1 num=$2 dir=$3 wm=${4:-openbox}
@@ -53,6 +53,27 @@ start_wm() {
     echo "${bus##*$'\n'}" >"$dir/dbus.pid"
     NO_AT_BRIDGE=1 xfwm4 --compositor=off --sm-client-disable >"$dir/wm.log" 2>&1 &
     ;;
+  mutter)
+    # mutter reads its settings from a key file of this session: its own edge
+    # tiling on, as GNOME has it, the Super key and every key binding off.
+    local settings="$dir/config/glib-2.0/settings"
+    rm -rf "$dir/config"
+    mkdir -p "$settings"
+    cp "$here/mutter/monitors.xml" "$dir/config/"
+    {
+      printf "[org/gnome/mutter]\nedge-tiling=true\noverlay-key=''\n"
+      for schema in org.gnome.desktop.wm.keybindings org.gnome.mutter.keybindings; do
+        echo "[${schema//.//}]"
+        gsettings list-keys "$schema" | sed 's/$/=@as []/'
+      done
+    } >"$settings/keyfile"
+    local bus
+    bus=$(dbus-daemon --session --fork --print-address=1 --print-pid=1)
+    export DBUS_SESSION_BUS_ADDRESS=${bus%%$'\n'*}
+    echo "${bus##*$'\n'}" >"$dir/dbus.pid"
+    XDG_CONFIG_HOME="$dir/config" GSETTINGS_BACKEND=keyfile NO_AT_BRIDGE=1 \
+      mutter --x11 --replace --sm-disable >"$dir/wm.log" 2>&1 &
+    ;;
   i3)
     i3 -c "$here/i3-config" >"$dir/wm.log" 2>&1 &
     ;;
@@ -90,7 +111,7 @@ case $action in
 start)
   mkdir -p "$dir"
   stop
-  if [ "$wm" = xfwm4 ]; then start_xorg; else start_xvfb; fi
+  case $wm in xfwm4 | mutter) start_xorg ;; *) start_xvfb ;; esac
   start_wm
   wait_for 200 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' \
     || { echo "$wm did not start"; cat "$dir/wm.log"; exit 1; }
@@ -100,7 +121,7 @@ stop)
   stop
   ;;
 *)
-  echo "usage: $0 start|stop <display-number> <state-dir> [openbox|xfwm4|i3]" >&2
+  echo "usage: $0 start|stop <display-number> <state-dir> [openbox|xfwm4|mutter|i3]" >&2
   exit 2
   ;;
 esac

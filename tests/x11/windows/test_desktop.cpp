@@ -3,6 +3,7 @@
 #include "platform/x11/windows/x11_clients.h"
 
 #include <QCoreApplication>
+#include <QMargins>
 #include <QTest>
 
 #include <xcb/xcb_icccm.h>
@@ -52,6 +53,15 @@ TestDesktop::Client TestDesktop::launch(const QString &program, const QStringLis
 QRect TestDesktop::managedFrame(xcb_window_t client) const
 {
     xcb_connection_t *connection = m_x11->connection();
+    auto *extents = xcb_get_property_reply(connection,
+        xcb_get_property(connection, 0, client, m_x11->atom("_NET_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 0, 4), nullptr);
+    if (extents && xcb_get_property_value_length(extents) == 16) {
+        const auto *e = static_cast<const uint32_t *>(xcb_get_property_value(extents));
+        const QMargins margins{int(e[0]), int(e[2]), int(e[1]), int(e[3])};
+        std::free(extents);
+        return clientGeometry(client).marginsAdded(margins);
+    }
+    std::free(extents);
     xcb_window_t window = client;
     while (true) {
         auto *tree = xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr);

@@ -32,8 +32,10 @@ public:
     // window XCB_WINDOW_NONE when that does not happen in time.
     Client launch(const QString &program, const QStringList &arguments = {});
 
-    // The outer rectangle of the window manager's frame around `client`
-    // (the root's child that holds it), in root coordinates.
+    // The frame the user sees around `client`, in root coordinates: the
+    // client grown by the frame extents the window manager publishes (mutter's
+    // frame window also holds invisible resize borders), else the root's child
+    // that holds it.
     QRect managedFrame(xcb_window_t client) const;
     // The client window itself, in root coordinates.
     QRect clientGeometry(xcb_window_t client) const;

@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 
@@ -257,7 +258,7 @@ TEST_F(WindowManagerOnX11, aHotKeyPressSnapsTheFrontWindow)
 }
 
 // One final frame: ours, or the window manager's own where it tiles a window
-// dragged to an edge itself (xfwm4 does, before the release).
+// dragged to an edge itself (xfwm4 during the drag, mutter on the release).
 TEST_F(WindowManagerOnX11, draggingATitleBarToTheLeftEdgeEndsInOneFrame)
 {
     const TestDesktop::Client xterm = launch("xterm", "80x24+700+300");
@@ -265,34 +266,44 @@ TEST_F(WindowManagerOnX11, draggingATitleBarToTheLeftEdgeEndsInOneFrame)
     X11MouseMonitor mouse(desktop.x11());
     DragSnapper snapper(manager, accessibility, workspace, screens, mouse);
     snapper.start();
+    // mutter takes no press on the frame of a window it has only just shown.
+    QTest::qWait(500);
     const QRect before = desktop.managedFrame(xterm.window);
     const QPoint titleBar = before.topLeft() + QPoint(60, 8);
     const auto arg = [](int value) { return QString::number(value); };
 
     ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), arg(titleBar.x()), arg(titleBar.y()),
         QStringLiteral("mousedown"), QStringLiteral("1")}));
+    // A button left down would hold the window manager in a move for the next tests.
+    auto release = qScopeGuard([&] { desktop.xdotool({QStringLiteral("mouseup"), QStringLiteral("1")}); });
     // The snapper reads the window under the hand a moment after the press.
     QTest::qWait(int(DragSnapper::captureDelay.count()) * 3);
     ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), arg(titleBar.x() - 200), arg(titleBar.y() + 100)}));
+    // mutter starts the move on the first motion and misses one that follows at once.
+    QTest::qWait(100);
     ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), QStringLiteral("3"), QStringLiteral("540")}));
     ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.managedFrame(xterm.window).x() < before.x() - 300; }));
-    const QRect atRelease = desktop.managedFrame(xterm.window);
+    QList<QRect> frames{desktop.managedFrame(xterm.window)};
+    release.dismiss();
     ASSERT_TRUE(desktop.xdotool({QStringLiteral("mouseup"), QStringLiteral("1")}));
 
-    QList<QRect> frames{atRelease};
     QElapsedTimer watched;
     watched.start();
-    while (watched.elapsed() < X11FrameMove::phaseDeadline.count() * 2) {
+    while (watched.elapsed() < (DragSnapper::windowManagerGrace + X11FrameMove::phaseDeadline).count() * 2) {
         QTest::qWait(5);
         if (const QRect now = desktop.managedFrame(xterm.window); now != frames.last())
             frames.append(now);
     }
-    if (atRelease.size() != before.size()) {
-        EXPECT_EQ(frames, QList<QRect>{atRelease}) << "the window manager tiled it; nothing may follow";
-        return;
+    ASSERT_LE(frames.size(), 2) << "one move after the release at most";
+    const QString wm = qEnvironmentVariable("TESSARY_TEST_WM");
+    const auto ours
+        = landsWithinIncrements(frames.last(), target(Layout::leftHalf, 0), desktop.sizeIncrement(xterm.window));
+    if (wm == QLatin1String("xfwm4") || wm == QLatin1String("mutter")) {
+        EXPECT_FALSE(ours) << "its own tile, at the edge without a gap";
+        EXPECT_EQ(frames.last().left(), 0);
+    } else {
+        EXPECT_TRUE(ours);
     }
-    ASSERT_EQ(frames.size(), 2);
-    EXPECT_TRUE(landsWithinIncrements(frames.last(), target(Layout::leftHalf, 0), desktop.sizeIncrement(xterm.window)));
 }
 
 } // namespace
