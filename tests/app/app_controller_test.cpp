@@ -91,14 +91,15 @@ protected:
         window = desktop.addWindow(editor, {100, 100, 400, 300});
     }
 
+    AppPorts portsOn(FakeDesktop &d)
+    {
+        return {d, d, d, d, hotKeys, pasteboard, keystrokes, defaults, opener, fileSearch, processes,
+            std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem};
+    }
     AppController &controller()
     {
-        if (!m_controller) {
-            m_controller = std::make_unique<AppController>(
-                AppPorts{desktop, desktop, desktop, desktop, hotKeys, pasteboard, keystrokes, defaults, opener,
-                    fileSearch, processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
-                data.path());
-        }
+        if (!m_controller)
+            m_controller = std::make_unique<AppController>(portsOn(desktop), data.path());
         return *m_controller;
     }
     void destroyController() { m_controller.reset(); }
@@ -119,65 +120,6 @@ protected:
 private:
     std::unique_ptr<AppController> m_controller;
 };
-
-TEST_F(AppControllerTest, registrationSkipsClearedShortcutsAndCollectsRefusedOnes)
-{
-    const struct {
-        const char *name;
-        std::function<void(AppSettings &, FakeHotKeyService &)> arrange;
-        QSet<HotAction> failed;
-        qsizetype registered;
-    } cases[] = {
-        {"defaults", [](AppSettings &, FakeHotKeyService &) {}, {}, 20},
-        {"a cleared shortcut is neither registered nor failed",
-            [](AppSettings &settings, FakeHotKeyService &) { settings.set(std::nullopt, HotAction::rightHalf); }, {},
-            19},
-        {"a combination held by another application fails",
-            [](AppSettings &, FakeHotKeyService &service) {
-                service.holdByOtherApp(defaultCombo(HotAction::leftHalf));
-            },
-            {HotAction::leftHalf}, 19},
-        {"of two equal combinations the later action fails",
-            [](AppSettings &settings, FakeHotKeyService &) {
-                settings.set(defaultCombo(HotAction::leftHalf), HotAction::center);
-            },
-            {HotAction::center}, 19},
-    };
-    for (const auto &c : cases) {
-        FakeHotKeyService service;
-        MemoryKeyValueStore store;
-        AppSettings settings(store);
-        c.arrange(settings, service);
-        settings.flush();
-        AppController subject(
-            AppPorts{desktop, desktop, desktop, desktop, service, pasteboard, keystrokes, store, opener, fileSearch,
-                processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
-            data.path());
-        subject.registerHotkeys();
-        EXPECT_EQ(subject.failed(), c.failed) << c.name;
-        EXPECT_EQ(service.registrationCount(), c.registered) << c.name;
-    }
-}
-
-TEST_F(AppControllerTest, aCustomShortcutReplacesTheDefault)
-{
-    const KeyCombo custom{0, KeyCombo::control | KeyCombo::shift};
-    AppSettings(defaults).set(custom, HotAction::leftHalf);
-    controller().registerHotkeys();
-    EXPECT_TRUE(hotKeys.isRegistered(custom));
-    EXPECT_FALSE(hotKeys.isRegistered(defaultCombo(HotAction::leftHalf)));
-}
-
-TEST_F(AppControllerTest, aPressedShortcutSnapsTheFrontWindowAndIsLogged)
-{
-    controller().registerHotkeys();
-    ASSERT_TRUE(hotKeys.press(defaultCombo(HotAction::leftHalf)));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.windowFrame(window) == leftHalfFrame; }));
-    EXPECT_TRUE(logText().contains(QLatin1String(" +0000 shortcut fired: leftHalf\n")));
-
-    ASSERT_TRUE(hotKeys.press(defaultCombo(HotAction::restore)));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.windowFrame(window) == Rect{100, 100, 400, 300}; }));
-}
 
 TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
 {
@@ -201,10 +143,7 @@ TEST_F(AppControllerTest, failuresAreShownWithTheirMessages)
         fresh.setScreens({{{0, 0, 1440, 900}, {0, 0, 1440, 900}}});
         const WindowId w = fresh.addWindow(editor, {100, 100, 400, 300});
         c.arrange(fresh, w);
-        AppController subject(
-            AppPorts{fresh, fresh, fresh, fresh, hotKeys, pasteboard, keystrokes, defaults, opener, fileSearch,
-                processes, std::make_shared<FakeApplicationCatalog>(), keyPositions, loginItem},
-            data.path());
+        AppController subject(portsOn(fresh), data.path());
         subject.perform(c.action);
         EXPECT_EQ(toastText(), c.message) << c.name;
     }
@@ -228,16 +167,6 @@ TEST_F(AppControllerTest, startupAnnouncesTheShortcutsAndThenAnyTakenOnes)
     EXPECT_EQ(toastText(),
         QString::fromUtf16(
             u"Some Tessary shortcuts are taken by another app. Open Settings \u203A General to see which."));
-}
-
-TEST_F(AppControllerTest, startupWatchesTheClipboardAndStartsDragSnapping)
-{
-    controller().launchApp({});
-    pasteboard.copyText(QStringLiteral("copied"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return controller().clipboard().items().size() == 1; }));
-    EXPECT_EQ(controller().clipboard().items().first().text, QStringLiteral("copied"));
-    ASSERT_TRUE(controller().dragSnapper());
-    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
 }
 
 TEST_F(AppControllerTest, theAccessibilityPromptComesOnlyOnTheFirstUntrustedLaunch)
@@ -287,11 +216,6 @@ TEST_F(AppControllerTest, pauseTogglesTheHistoryAndItsCheckMark)
         EXPECT_EQ(controller().clipboard().paused(), paused);
         EXPECT_EQ(pause->isChecked(), paused);
     }
-    controller().togglePause();
-    pasteboard.copyText(QStringLiteral("while paused"));
-    QTest::qWait(50);
-    EXPECT_TRUE(controller().clipboard().items().isEmpty());
-    EXPECT_TRUE(pause->isChecked());
 }
 
 TEST_F(AppControllerTest, schedulePastePostsTheKeystrokeOnlyWhenTrusted)
@@ -330,9 +254,11 @@ TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
     EXPECT_EQ(opener.opened, QStringList{QStringLiteral("https://example.org/")});
 }
 
-TEST_F(AppControllerTest, settingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
+TEST_F(AppControllerTest, dragSnappingStartsAndSettingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
 {
     controller().launchApp({});
+    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
+    ASSERT_TRUE(controller().dragSnapper());
     SettingsData changed = controller().settings().data();
     changed.gap = 12;
     changed.dragSnap = false;
@@ -383,16 +309,6 @@ TEST_F(AppControllerTest, onlyShortcutChangesAndKeyboardChangesRegisterAgain)
     controller().settings().set(defaultCombo(HotAction::center), HotAction::maximize);
     EXPECT_EQ(controller().failed(), QSet<HotAction>{HotAction::center});
     EXPECT_FALSE(section->isHidden());
-}
-
-TEST_F(AppControllerTest, forwardedArgumentsDriveTheMenuOrShowTheSettings)
-{
-    controller().launchApp({});
-    controller().onForwarded({QStringLiteral("--menu"), QStringLiteral("Pause Clipboard History")});
-    EXPECT_TRUE(controller().clipboard().paused());
-    controller().onForwarded({});
-    ASSERT_NE(controller().settingsWindow(), nullptr);
-    EXPECT_TRUE(controller().settingsWindow()->isVisible());
 }
 
 TEST_F(AppControllerTest, aRegisteredCombinationIsRecordedInsteadOfFiredAndRegisteredAfterwards)
