@@ -169,6 +169,25 @@ TEST_F(WindowManagerOnX11, nextDisplayCarriesTheWindowAcrossAndBack)
     }
 }
 
+// Run by a ctest entry of its own that makes the primary a 2x monitor through
+// Qt's per-screen scale factors: the gap there is twice as many pixels.
+TEST_F(WindowManagerOnX11, theGapCountsInPointsOfEachMonitor)
+{
+    if (qEnvironmentVariableIsEmpty("QT_SCREEN_SCALE_FACTORS"))
+        GTEST_SKIP() << "needs QT_SCREEN_SCALE_FACTORS=2;1";
+    const QList<ScreenInfo> all = screens.screens();
+    ASSERT_EQ(all.first().scale, 2);
+    ASSERT_EQ(all.last().scale, 1);
+    const TestDesktop::Client xlogo = launch("xlogo", "300x200+400+300");
+    ASSERT_NE(xlogo.window, XCB_WINDOW_NONE);
+
+    ASSERT_TRUE(apply(Layout::topLeft, xlogo).succeeded());
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), QRect(16, 16, 960 - 16 - 8, 540 - 16 - 8));
+    ASSERT_TRUE(moveToDisplay(true));
+    ASSERT_TRUE(apply(Layout::topLeft, xlogo).succeeded());
+    EXPECT_EQ(desktop.managedFrame(xlogo.window), QRect(1920 + 8, 8, 720 - 8 - 4, 450 - 8 - 4));
+}
+
 TEST_F(WindowManagerOnX11, restoreBringsBackTheFrameBeforeTheFirstSnap)
 {
     const TestDesktop::Client xterm = launch("xterm", "80x24+300+200");
