@@ -50,7 +50,7 @@ public:
     {
         done(std::nullopt);
     }
-    std::optional<QString> string() const override { return std::nullopt; }
+    void readString(std::function<void(std::optional<QString>)> done) override { done(std::nullopt); }
     void clear() override { }
     void writeString(const QString &) override { }
     void writeImage(const QByteArray &) override { }

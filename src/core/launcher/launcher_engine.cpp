@@ -268,11 +268,16 @@ void LauncherEngine::addSnippets(QList<LauncherResult> &rows, const QString &tri
         auto paste = [engine = QPointer<LauncherEngine>(this), snippet] {
             if (!engine)
                 return;
-            // Asking the clipboard's owner waits for it: only when the text needs it.
-            const QString clipboard = snippet.text.contains(QLatin1String("{clipboard}"))
-                ? engine->m_sources.pasteboard.string().value_or(QString())
-                : QString();
-            engine->actions.paste(snippet.expanded(clipboard, QDateTime::currentDateTime(), QLocale()));
+            const auto pasteWith = [engine, snippet](const std::optional<QString> &clipboard) {
+                if (engine)
+                    engine->actions.paste(
+                        snippet.expanded(clipboard.value_or(QString()), QDateTime::currentDateTime(), QLocale()));
+            };
+            // The clipboard's owner is asked only when the text needs it.
+            if (snippet.text.contains(QLatin1String("{clipboard}")))
+                engine->m_sources.pasteboard.readString(pasteWith);
+            else
+                pasteWith(std::nullopt);
         };
         rows.append(LauncherResult{QStringLiteral("snip-") + StrictJson::uuidText(snippet.id),
             LauncherResult::Kind::snippet, snippet.name,

@@ -57,9 +57,10 @@ public:
     virtual void readContent(
         const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done)
         = 0;
-    // The plain text, asked of the owner on the calling thread: for a single
-    // user action, never for watching the clipboard.
-    virtual std::optional<QString> string() const = 0;
+    // The plain text, for a single user action (never for watching the
+    // clipboard): `done` runs on the main thread, later or before returning.
+    // None when there is none.
+    virtual void readString(std::function<void(std::optional<QString>)> done) = 0;
 
     virtual void clear() = 0;
     virtual void writeString(const QString &text) = 0;

@@ -221,6 +221,31 @@ TEST_F(X11ClipboardTest, copyingAnEntryBackServesItWithoutRecordingItAgain)
     EXPECT_EQ(m_store.items(), before);
 }
 
+// A snippet's {clipboard}: another application's text arrives later, through
+// the reader; this process's own copy at once; a picture reads as no text.
+TEST_F(X11ClipboardTest, theTextIsReadForAUserActionWithoutWaitingForTheOwner)
+{
+    const auto readText = [this] {
+        std::optional<std::optional<QString>> answer;
+        m_pasteboard.readString([&answer](const std::optional<QString> &text) { answer = text; });
+        const bool answeredAtOnce = answer.has_value();
+        (void)QTest::qWaitFor([&] { return answer.has_value(); }, waitMs);
+        return std::pair{answeredAtOnce, answer.value_or(QStringLiteral("(no answer)"))};
+    };
+
+    xclip({QStringLiteral("-i")}, "from another application");
+    ASSERT_TRUE(waitForItems(1));
+    EXPECT_EQ(readText(), std::pair(false, std::optional(QStringLiteral("from another application"))));
+
+    m_pasteboard.writeString(QStringLiteral("our own"));
+    EXPECT_EQ(readText(), std::pair(true, std::optional(QStringLiteral("our own"))));
+
+    xclip({QStringLiteral("-i"), QStringLiteral("-t"), QStringLiteral("image/png")},
+        encoded(gradient(8, 8, QImage::Format_RGB32), "PNG"));
+    ASSERT_TRUE(waitForItems(2));
+    EXPECT_EQ(readText(), std::pair(false, std::optional<QString>()));
+}
+
 TEST_F(X11ClipboardTest, copiesAreAttributedToTheActiveApplicationAndExcludedAppsAreSkipped)
 {
     X11Connection *x11 = X11Connection::instance();

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 #include <QUuid>
 
@@ -117,10 +118,18 @@ void ClipboardCheck::run(Done done)
 
 void ClipboardCheck::finish()
 {
-    if (!m_done)
+    if (!m_done || m_finishing)
         return;
+    m_finishing = true;
+    m_pasteboard->readString([self = QPointer(this)](const std::optional<QString> &text) {
+        if (self)
+            self->conclude(text == self->m_marker);
+    });
+}
+
+void ClipboardCheck::conclude(bool readBack)
+{
     const bool noticed = m_noticed;
-    const bool readBack = m_pasteboard->string() == m_marker;
     m_store->poll();
     const bool recorded = !m_store->items().isEmpty();
     restore();

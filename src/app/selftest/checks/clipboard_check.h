@@ -29,6 +29,8 @@ public:
 
 private:
     void finish();
+    // Ends the check once the copy was read back (or not).
+    void conclude(bool readBack);
     void restore();
 
     const SelfCheckContext &m_context;
@@ -39,6 +41,7 @@ private:
     std::unique_ptr<QMimeData> m_previous;
     QString m_marker;
     bool m_noticed = false;
+    bool m_finishing = false;
 };
 
 } // namespace tessary

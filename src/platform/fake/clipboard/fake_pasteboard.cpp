@@ -39,12 +39,11 @@ void FakePasteboard::answerHeldReads()
         m_heldReads.takeLast()();
 }
 
-std::optional<QString> FakePasteboard::string() const
+void FakePasteboard::readString(std::function<void(std::optional<QString>)> done)
 {
-    if (!m_content.string)
-        return std::nullopt;
-    ++m_contentReads;
-    return m_content.string;
+    if (m_content.string)
+        ++m_contentReads;
+    done(m_content.string);
 }
 
 void FakePasteboard::clear() { change({}); }

@@ -35,7 +35,7 @@ public:
     void setChangedHandler(std::function<void()> handler) override { m_changed = std::move(handler); }
     void readContent(
         const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done) override;
-    std::optional<QString> string() const override;
+    void readString(std::function<void(std::optional<QString>)> done) override;
     void clear() override;
     void writeString(const QString &text) override;
     // Treats empty bytes as a picture that does not decode; pixel sizes are not known here.

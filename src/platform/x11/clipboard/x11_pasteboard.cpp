@@ -73,8 +73,8 @@ void X11Pasteboard::readContent(
     }
     using Outcome = X11SelectionReader::Outcome;
     // Runs on the reader's thread.
-    m_reader->read(
-        refusedTypes, [self = QPointer(this), done = std::move(done)](Outcome outcome, X11SelectionReader::Raw raw) {
+    m_reader->read(refusedTypes, X11SelectionReader::Want::everything,
+        [self = QPointer(this), done = std::move(done)](Outcome outcome, X11SelectionReader::Raw raw) {
             const auto answer = [self, done](std::optional<PasteboardContent> content) {
                 onMainThread([self, done, content = std::move(content)] {
                     if (self)
@@ -99,7 +99,25 @@ void X11Pasteboard::readContent(
         });
 }
 
-std::optional<QString> X11Pasteboard::string() const
+void X11Pasteboard::readString(std::function<void(std::optional<QString>)> done)
+{
+    if (!m_reader || m_clipboard->ownsClipboard())
+        return done(ownText());
+    using Outcome = X11SelectionReader::Outcome;
+    m_reader->read({}, X11SelectionReader::Want::text,
+        [self = QPointer(this), done = std::move(done)](Outcome outcome, X11SelectionReader::Raw raw) {
+            onMainThread([self, done, outcome, text = std::move(raw.text)] {
+                if (!self)
+                    return;
+                // Copied by this process after the read was asked for.
+                if (outcome == Outcome::own)
+                    return done(self->ownText());
+                done(outcome == Outcome::read ? text : std::nullopt);
+            });
+        });
+}
+
+std::optional<QString> X11Pasteboard::ownText() const
 {
     const QMimeData *data = m_clipboard->mimeData(QClipboard::Clipboard);
     if (!data || !data->hasText())

@@ -30,7 +30,7 @@ public:
 
     void readContent(
         const QSet<QString> &refusedTypes, std::function<void(std::optional<PasteboardContent>)> done) override;
-    std::optional<QString> string() const override;
+    void readString(std::function<void(std::optional<QString>)> done) override;
     void clear() override;
     void writeString(const QString &text) override;
     void writeImage(const QByteArray &png) override;
@@ -38,6 +38,8 @@ public:
 
 private:
     void onClipboardChanged();
+    // This process's own copy, which it serves itself.
+    std::optional<QString> ownText() const;
 
     QClipboard *m_clipboard;
     qint64 m_changeCount = 0;

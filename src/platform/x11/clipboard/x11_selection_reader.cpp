@@ -96,11 +96,11 @@ X11SelectionReader::~X11SelectionReader()
     m_thread.join();
 }
 
-void X11SelectionReader::read(QSet<QString> refusedTargets, Done done)
+void X11SelectionReader::read(QSet<QString> refusedTargets, Want want, Done done)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_jobs.push_back({std::move(refusedTargets), std::move(done)});
+        m_jobs.push_back({std::move(refusedTargets), want, std::move(done)});
     }
     m_wake.notify_one();
 }
@@ -140,7 +140,8 @@ void X11SelectionReader::readOnce(const Job &job)
     raw.targets = targetNames(convert(atom("TARGETS"), maxTextBytes).value_or(QByteArray()));
     const bool refused = std::any_of(
         raw.targets.cbegin(), raw.targets.cend(), [&](const QString &t) { return job.refusedTargets.contains(t); });
-    if (!refused && !m_ownerChanged && raw.targets.contains(uriListType)) {
+    const bool everything = job.want == Want::everything;
+    if (everything && !refused && !m_ownerChanged && raw.targets.contains(uriListType)) {
         if (const auto list = convert(atom(uriListType.latin1()), maxTextBytes))
             raw.fileUrls = localFiles(*list);
     }
@@ -154,7 +155,7 @@ void X11SelectionReader::readOnce(const Job &job)
             }
         }
     }
-    if (!refused && !m_ownerChanged && raw.fileUrls.isEmpty() && (!raw.text || isBlank(*raw.text))) {
+    if (everything && !refused && !m_ownerChanged && raw.fileUrls.isEmpty() && (!raw.text || isBlank(*raw.text))) {
         if (const auto target = readableImageTarget(raw.targets, m_decodableImageTypes))
             raw.imageBytes = convert(atom(target->toLatin1()), maxImageBytes).value_or(QByteArray());
     }

@@ -43,6 +43,8 @@ public:
         own,
     };
     using Done = std::function<void(Outcome, Raw)>;
+    // Everything the history keeps, or only the text.
+    enum class Want { everything, text };
 
     // Texts and file lists longer than this arrive cut at it.
     static constexpr qsizetype maxTextBytes = 4 * 1024 * 1024;
@@ -60,11 +62,12 @@ public:
 
     // Queues a read. With a target in `refusedTargets` only the targets are
     // read. `done` runs on the reader's thread.
-    void read(QSet<QString> refusedTargets, Done done);
+    void read(QSet<QString> refusedTargets, Want want, Done done);
 
 private:
     struct Job {
         QSet<QString> refusedTargets;
+        Want want = Want::everything;
         Done done;
     };
 
