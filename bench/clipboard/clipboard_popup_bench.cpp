@@ -8,6 +8,7 @@
 //   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench
 //   DISPLAY=:75 build/<dir>/bench/clipboard/tessary_bench_clipboard_popup [tessary binary]
 #include "seeded_history.h"
+#include "x11_bench_input.h"
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +19,6 @@
 #include <QTest>
 
 #include <xcb/xcb.h>
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <chrono>
@@ -31,18 +31,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 QString binary = QStringLiteral(TESSARY_BINARY);
-
-// Keycodes of the US mapping the test server uses.
-constexpr xcb_keycode_t controlL = 37, altL = 64, keyV = 55, escape = 9, down = 116;
-
-void keys(xcb_connection_t *connection, std::initializer_list<xcb_keycode_t> chord)
-{
-    for (const xcb_keycode_t key : chord)
-        xcb_test_fake_input(connection, XCB_KEY_PRESS, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    for (auto key = std::rbegin(chord); key != std::rend(chord); ++key)
-        xcb_test_fake_input(connection, XCB_KEY_RELEASE, *key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    xcb_flush(connection);
-}
 
 // Whether the focused window is the popup (the only 580-wide window).
 bool popupFocused(xcb_connection_t *connection)
@@ -65,18 +53,6 @@ bool waitForPopup(xcb_connection_t *connection)
             return false;
     }
     return true;
-}
-
-double residentMiB(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
-    }
-    return 0;
 }
 
 void BM_HotKeyToFocusedPopup(benchmark::State &state)
@@ -102,10 +78,14 @@ void BM_HotKeyToFocusedPopup(benchmark::State &state)
         return;
     }
     xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    using namespace BenchInput;
+    const std::initializer_list<xcb_keycode_t> hotKey
+        = {keycodeOf(connection, controlL), keycodeOf(connection, altL), keycodeOf(connection, letterV)};
+    const xcb_keycode_t escapeKey = keycodeOf(connection, escape), downKey = keycodeOf(connection, down);
     std::vector<double> millis;
     for (auto _ : state) {
         const auto start = Clock::now();
-        keys(connection, {controlL, altL, keyV});
+        pressChord(connection, hotKey);
         if (!waitForPopup(connection)) {
             state.SkipWithError("the popup did not take the focus");
             break;
@@ -113,21 +93,21 @@ void BM_HotKeyToFocusedPopup(benchmark::State &state)
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         state.SetIterationTime(elapsed.count());
         millis.push_back(elapsed.count() * 1000);
-        keys(connection, {escape});
+        pressChord(connection, {escapeKey});
         QTest::qWait(100);
     }
     state.counters["rss_after_cycles_MiB"] = residentMiB(tessary.processId());
 
-    keys(connection, {controlL, altL, keyV});
+    pressChord(connection, hotKey);
     if (waitForPopup(connection)) {
         for (int row = 1; row < 1000; ++row) {
-            keys(connection, {down});
+            pressChord(connection, {downKey});
             if (row % 20 == 0)
                 QTest::qWait(30);
         }
         QTest::qWait(1500);
         state.counters["rss_scrolled_MiB"] = residentMiB(tessary.processId());
-        keys(connection, {escape});
+        pressChord(connection, {escapeKey});
     }
     xcb_disconnect(connection);
     tessary.terminate();

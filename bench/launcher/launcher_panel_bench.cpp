@@ -6,6 +6,8 @@
 // Needs a running X session with a window manager, for example the test one:
 //   tests/x11/session/xsession.sh start 75 /tmp/tessary-bench
 //   DISPLAY=:75 build/<dir>/bench/launcher/tessary_bench_launcher_panel [tessary binary]
+#include "x11_bench_input.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
@@ -15,7 +17,6 @@
 #include <QTest>
 
 #include <xcb/xcb.h>
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <chrono>
@@ -27,18 +28,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 QString binary = QStringLiteral(TESSARY_BINARY);
-
-// Keycodes of the US mapping the test server uses.
-constexpr xcb_keycode_t controlL = 37, altL = 64, space = 65, escape = 9;
-
-void keys(xcb_connection_t *connection, std::initializer_list<xcb_keycode_t> chord)
-{
-    for (const xcb_keycode_t key : chord)
-        xcb_test_fake_input(connection, XCB_KEY_PRESS, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    for (auto key = std::rbegin(chord); key != std::rend(chord); ++key)
-        xcb_test_fake_input(connection, XCB_KEY_RELEASE, *key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    xcb_flush(connection);
-}
 
 // The focused window when it is 680 wide (the launcher), else none.
 xcb_window_t focusedPanel(xcb_connection_t *connection)
@@ -54,20 +43,9 @@ xcb_window_t focusedPanel(xcb_connection_t *connection)
     return panel ? window : xcb_window_t(XCB_WINDOW_NONE);
 }
 
-double residentMiB(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024;
-    }
-    return 0;
-}
-
 void BM_HotKeyToFocusedPanel(benchmark::State &state)
 {
+    using namespace tessary::BenchInput;
     QTemporaryDir home;
     QProcess tessary;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -86,11 +64,14 @@ void BM_HotKeyToFocusedPanel(benchmark::State &state)
         return;
     }
     xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const std::initializer_list<xcb_keycode_t> hotKey
+        = {keycodeOf(connection, controlL), keycodeOf(connection, altL), keycodeOf(connection, space)};
+    const xcb_keycode_t escapeKey = keycodeOf(connection, escape);
     std::vector<double> millis;
     double firstCycleMiB = 0;
     for (auto _ : state) {
         const auto start = Clock::now();
-        keys(connection, {controlL, altL, space});
+        pressChord(connection, hotKey);
         xcb_window_t panel = XCB_WINDOW_NONE;
         while ((panel = focusedPanel(connection)) == XCB_WINDOW_NONE) {
             if (Clock::now() - start > std::chrono::seconds(2)) {
@@ -101,7 +82,7 @@ void BM_HotKeyToFocusedPanel(benchmark::State &state)
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         state.SetIterationTime(elapsed.count());
         millis.push_back(elapsed.count() * 1000);
-        keys(connection, {escape});
+        pressChord(connection, {escapeKey});
         QTest::qWait(50);
         if (millis.size() == 1)
             firstCycleMiB = residentMiB(tessary.processId());

@@ -21,6 +21,7 @@
 #include "platform/x11/windows/x11_key_positions.h"
 #include "platform/x11/windows/x11_screens.h"
 #include "platform/x11/windows/x11_workspace.h"
+#include "x11_bench_input.h"
 
 #include <benchmark/benchmark.h>
 
@@ -30,8 +31,6 @@
 #include <QProcess>
 #include <QThread>
 #include <QTimer>
-
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <chrono>
@@ -43,26 +42,6 @@ namespace tessary {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// The key that types `symbol` on the server's current mapping: key codes
-// differ between servers (evdev's Left is 113, the built-in set's 100).
-xcb_keycode_t keycodeOf(xcb_connection_t *connection, xcb_keysym_t symbol)
-{
-    const xcb_setup_t *setup = xcb_get_setup(connection);
-    const int count = setup->max_keycode - setup->min_keycode + 1;
-    auto *mapping = xcb_get_keyboard_mapping_reply(
-        connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, uint8_t(count)), nullptr);
-    if (!mapping)
-        return 0;
-    const xcb_keysym_t *symbols = xcb_get_keyboard_mapping_keysyms(mapping);
-    xcb_keycode_t found = 0;
-    for (int i = 0; found == 0 && i < count * mapping->keysyms_per_keycode; ++i) {
-        if (symbols[i] == symbol)
-            found = xcb_keycode_t(setup->min_keycode + i / mapping->keysyms_per_keycode);
-    }
-    std::free(mapping);
-    return found;
-}
 
 struct Keys {
     xcb_keycode_t control, alt, left, right;
@@ -117,15 +96,6 @@ double threadCpuMillis()
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return double(now.tv_sec) * 1000 + double(now.tv_nsec) / 1e6;
-}
-
-void press(xcb_connection_t *connection, const Keys &keys, xcb_keycode_t key)
-{
-    for (const xcb_keycode_t down : {keys.control, keys.alt, key})
-        xcb_test_fake_input(connection, XCB_KEY_PRESS, down, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    for (const xcb_keycode_t up : {key, keys.alt, keys.control})
-        xcb_test_fake_input(connection, XCB_KEY_RELEASE, up, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-    xcb_flush(connection);
 }
 
 void BM_HotKeyToNewGeometry(benchmark::State &state)
@@ -189,8 +159,9 @@ void BM_HotKeyToNewGeometry(benchmark::State &state)
     xcb_connection_t *observer = xcb_connect(nullptr, nullptr);
     xcb_connection_t *keyboard = xcb_connect(nullptr, nullptr);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(observer)).data->root;
-    const Keys keys{keycodeOf(keyboard, 0xffe3), keycodeOf(keyboard, 0xffe9), keycodeOf(keyboard, 0xff51),
-        keycodeOf(keyboard, 0xff53)};
+    const Keys keys{BenchInput::keycodeOf(keyboard, BenchInput::controlL),
+        BenchInput::keycodeOf(keyboard, BenchInput::altL), BenchInput::keycodeOf(keyboard, BenchInput::left),
+        BenchInput::keycodeOf(keyboard, BenchInput::right)};
     std::vector<double> millis, toHandler, inHandler;
     // The event loop's pulse: a gap between two beats is a stall.
     QTimer heartbeat;
@@ -217,7 +188,7 @@ void BM_HotKeyToNewGeometry(benchmark::State &state)
         lastBeatCpu = threadCpuMillis();
         heartbeat.start();
         const auto start = Clock::now();
-        press(keyboard, keys, side == 0 ? keys.left : keys.right);
+        BenchInput::pressChord(keyboard, {keys.control, keys.alt, side == 0 ? keys.left : keys.right});
         bool arrived = false;
         while (!arrived) {
             QCoreApplication::processEvents(QEventLoop::AllEvents);
