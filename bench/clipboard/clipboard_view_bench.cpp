@@ -6,19 +6,14 @@
 #include "core/clipboard/clipboard_store.h"
 #include "platform/fake/clipboard/fake_pasteboard.h"
 #include "seeded_history.h"
+#include "typing_benchmark.h"
 #include "ui/clipboard/clipboard_popup_view.h"
 
-#include <QApplication>
-#include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <chrono>
-#include <vector>
 
 namespace tessary {
 namespace {
@@ -29,44 +24,20 @@ void BM_KeystrokeToRepaintedRows(benchmark::State &state)
     seedHistory(dataDir.path(), 1000);
     FakePasteboard pasteboard;
     ClipboardStore store(dataDir.path(), pasteboard);
+    if (store.items().size() != 1000) {
+        state.SkipWithError("the seeded history did not load");
+        return;
+    }
     ClipPopupModel model(store);
     ClipboardPopupView view(model, store);
     view.setFixedWidth(ClipboardPopupView::width);
     view.show();
     (void)QTest::qWaitForWindowExposed(&view);
 
-    const QString typed = QStringLiteral("release 1");
-    std::vector<double> millis;
-    qsizetype next = 0;
-    for (auto _ : state) {
-        if (next == typed.size()) {
-            view.searchField()->clear();
-            next = 0;
-        }
-        const auto start = std::chrono::steady_clock::now();
-        QTest::keyClick(view.searchField(), typed.at(next++).toLatin1());
-        view.list()->viewport()->repaint();
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-        state.SetIterationTime(elapsed.count());
-        millis.push_back(elapsed.count() * 1000);
-    }
-    std::sort(millis.begin(), millis.end());
-    state.counters["median_ms"] = millis[millis.size() / 2];
-    state.counters["p90_ms"] = millis[millis.size() * 9 / 10];
+    measureTyping(state, view.searchField(), view.list(), QStringLiteral("release 1"));
     state.counters["entries"] = double(store.items().size());
 }
 BENCHMARK(BM_KeystrokeToRepaintedRows)->Iterations(180)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char **argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

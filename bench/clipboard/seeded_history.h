@@ -3,6 +3,7 @@
 #include "core/clipboard/clip_item.h"
 #include "core/clipboard/clipboard_store.h"
 
+#include <QBuffer>
 #include <QColor>
 #include <QDir>
 #include <QFile>
@@ -26,13 +27,19 @@ inline void seedHistory(const QString &directory, int entries)
         if (i % 10 == 5) {
             QImage picture(640, 400, QImage::Format_RGB32);
             picture.fill(QColor::fromHsv(i * 7 % 360, 160, 220));
-            const QString file = QStringLiteral("picture-%1.png").arg(i);
-            picture.save(directory + QStringLiteral("/images/") + file);
+            QByteArray png;
+            QBuffer buffer(&png);
+            buffer.open(QIODevice::WriteOnly);
+            picture.save(&buffer, "PNG");
             item.kind = ClipItem::Kind::image;
-            item.imageFile = file;
+            item.hash = ClipboardStore::hash(QStringLiteral("image"), png);
+            // Named as the store names them: the history refuses other names.
+            item.imageFile = item.hash.first(24) + QStringLiteral(".png");
             item.pixelWidth = 640;
             item.pixelHeight = 400;
-            item.hash = ClipboardStore::hash(QStringLiteral("image"), file.toUtf8());
+            QFile file(directory + QStringLiteral("/images/") + *item.imageFile);
+            if (file.open(QIODevice::WriteOnly))
+                file.write(png);
         } else {
             item.text
                 = QStringLiteral("Entry %1: notes about release %2, with a few words to search").arg(i).arg(i % 37);

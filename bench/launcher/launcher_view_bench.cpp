@@ -15,24 +15,20 @@
 #include "platform/fake/launcher/fake_file_search_backend.h"
 #include "platform/fake/launcher/recording_process_launcher.h"
 #include "platform/fake/memory_key_value_store.h"
+#include "typing_benchmark.h"
 #include "ui/launcher_view.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
-#include <vector>
 
 namespace tessary {
 namespace {
@@ -85,38 +81,10 @@ void BM_KeystrokeToRepaintedRows(benchmark::State &state)
         return;
     }
 
-    const QString typed = QStringLiteral("text editor");
-    std::vector<double> millis;
-    qsizetype next = 0;
-    for (auto _ : state) {
-        if (next == typed.size()) {
-            view.field()->clear();
-            next = 0;
-        }
-        const auto start = std::chrono::steady_clock::now();
-        QTest::keyClick(view.field(), typed.at(next++).toLatin1());
-        view.list()->viewport()->repaint();
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-        state.SetIterationTime(elapsed.count());
-        millis.push_back(elapsed.count() * 1000);
-    }
-    std::sort(millis.begin(), millis.end());
-    state.counters["median_ms"] = millis[millis.size() / 2];
-    state.counters["p90_ms"] = millis[millis.size() * 9 / 10];
+    measureTyping(state, view.field(), view.list(), QStringLiteral("text editor"));
     state.counters["apps"] = double(index.apps().size());
 }
 BENCHMARK(BM_KeystrokeToRepaintedRows)->Iterations(220)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace tessary
-
-int main(int argc, char **argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
