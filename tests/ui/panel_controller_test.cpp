@@ -67,20 +67,6 @@ class PanelControllerShown : public ::testing::Test {
 protected:
     static QLabel *content() { return new QLabel(QStringLiteral("content")); }
 
-    void activate(QWidget &other)
-    {
-        other.show();
-        other.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    }
-
-    static QList<ScreenInfo> primaryOnly()
-    {
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        const Rect frame{0, 0, double(screen.width()), double(screen.height())};
-        return {{frame, frame}};
-    }
-
     FakeDesktop desktop;
     FakeKeystrokeSender keystrokes;
     FakePanelKeyboard keyboard;
@@ -89,7 +75,9 @@ protected:
 
     void SetUp() override
     {
-        desktop.setScreens(primaryOnly());
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const Rect frame{0, 0, double(screen.width()), double(screen.height())};
+        desktop.setScreens({{frame, frame}});
         desktop.setPointer(QPointF(10, 10));
         controller.onHide = [this] { ++hides; };
     }
@@ -140,10 +128,13 @@ TEST_F(PanelControllerShown, escapeAndLosingTheKeyboardBothHide)
         QPointer<FloatingPanel> panel = controller.panel();
         ASSERT_TRUE(QTest::qWaitForWindowActive(panel));
         QWidget other;
-        if (byEscape)
+        if (byEscape) {
             QTest::keyClick(panel, Qt::Key_Escape);
-        else
-            activate(other);
+        } else {
+            other.show();
+            other.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        }
         EXPECT_FALSE(controller.panel()) << byEscape;
         EXPECT_EQ(hides, 1) << byEscape;
         EXPECT_TRUE(QTest::qWaitFor([&] { return !panel; }));

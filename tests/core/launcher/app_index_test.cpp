@@ -42,15 +42,14 @@ protected:
     QTemporaryDir m_dir;
 };
 
-TEST_F(AppIndexScan, findsNamedUnnamedAndNestedBundlesSortedByName)
+TEST_F(AppIndexScan, anEntryWithoutADisplayNameGoesByItsFileName)
 {
     const QString root = folder(QStringLiteral("Applications"));
-    FakeApplicationCatalog::addApp(root + QStringLiteral("/Nested"), QStringLiteral("Gamma"), QStringLiteral("Gamma"));
     const QString beta = FakeApplicationCatalog::addApp(root, QStringLiteral("Beta"));
     FakeApplicationCatalog::addApp(root, QStringLiteral("Alpha"), QStringLiteral("Alpha Pro"));
 
     const QList<AppEntry> apps = AppIndex::scan({root}, FakeApplicationCatalog());
-    EXPECT_EQ(names(apps), (QStringList{QStringLiteral("Alpha Pro"), QStringLiteral("Beta"), QStringLiteral("Gamma")}));
+    EXPECT_EQ(names(apps), (QStringList{QStringLiteral("Alpha Pro"), QStringLiteral("Beta")}));
     EXPECT_EQ(apps.at(1), (AppEntry{QStringLiteral("Beta"), QStringLiteral("Beta"), QUrl::fromLocalFile(beta)}));
     EXPECT_EQ(apps.at(0).fileName, QStringLiteral("Alpha"));
 }

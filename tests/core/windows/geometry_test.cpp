@@ -41,18 +41,13 @@ INSTANTIATE_TEST_SUITE_P(Gap10, LayoutTargets,
         TargetCase{Layout::lastThird, 10, {965, 35, 465, 855}},
         TargetCase{Layout::firstTwoThirds, 10, {10, 35, 945, 855}},
         TargetCase{Layout::lastTwoThirds, 10, {485, 35, 945, 855}},
-        TargetCase{Layout::maximize, 10, {10, 35, 1420, 855}}, TargetCase{Layout::center, 10, {288, 156, 864, 613}}));
+        TargetCase{Layout::maximize, 10, {10, 35, 1420, 855}},
+        // Without a frame: 60 % × 70 % of the visible area, whatever the gap.
+        TargetCase{Layout::center, 10, {288, 156, 864, 613}}));
 
 INSTANTIATE_TEST_SUITE_P(NoGap, LayoutTargets,
     ::testing::Values(TargetCase{Layout::maximize, 0, visible}, TargetCase{Layout::topRight, 0, {720, 463, 720, 438}},
         TargetCase{Layout::lastThird, 0, {960, 25, 480, 875}}));
-
-TEST(GeometryTarget, neighbouringHalvesAreExactlyOneGapApart)
-{
-    const Rect left = target(Layout::leftHalf, visible, 10, std::nullopt);
-    const Rect right = target(Layout::rightHalf, visible, 10, std::nullopt);
-    EXPECT_EQ(right.minX() - left.maxX(), 10);
-}
 
 TEST(GeometryTarget, centerKeepsAFittingWindowsSizeAndShrinksABigOne)
 {
@@ -60,8 +55,6 @@ TEST(GeometryTarget, centerKeepsAFittingWindowsSizeAndShrinksABigOne)
     EXPECT_EQ(target(Layout::center, visible, 0, Rect{5, 5, 600, 400}), (Rect{420, 263, 600, 400}));
     EXPECT_EQ(target(Layout::center, visible, 0, Rect{0, 0, 5000, 5000}), visible);
     EXPECT_EQ(target(Layout::center, visible, 20, Rect{0, 0, 5000, 300}), (Rect{20, 313, 1400, 300}));
-    // Without a frame: 60 % × 70 % of the visible area.
-    EXPECT_EQ(target(Layout::center, visible, 0, std::nullopt), (Rect{288, 156, 864, 613}));
 }
 
 TEST(GeometryRounding, halvesRoundAwayFromZero)
@@ -154,13 +147,7 @@ TEST(GeometryRemap, neverExceedsOrLeavesTheDestination)
     const Rect from{0, 0, 1000, 1000};
     const Rect to{1000, 0, 500, 500};
     // Larger than its own area and hanging off it to the right.
-    const Rect carried = Geometry::remap({900, -50, 1200, 300}, from, to);
-    EXPECT_LE(carried.width, to.width);
-    EXPECT_GE(carried.minX(), to.minX());
-    EXPECT_LE(carried.maxX(), to.maxX());
-    EXPECT_GE(carried.minY(), to.minY());
-    EXPECT_LE(carried.maxY(), to.maxY());
-    EXPECT_EQ(carried, (Rect{1000, 0, 500, 150}));
+    EXPECT_EQ(Geometry::remap({900, -50, 1200, 300}, from, to), (Rect{1000, 0, 500, 150}));
 }
 
 TEST(GeometryRemap, anEmptySourceAreaLeavesTheFrameUntouched)
@@ -180,11 +167,8 @@ TEST(LayoutRawValues, exactNamesOnly)
 {
     for (Layout layout : Layouts::allCases)
         EXPECT_EQ(Layouts::fromRawValue(rawValue(layout)), layout);
-    EXPECT_EQ(Layouts::fromRawValue(u"leftHalf"), Layout::leftHalf);
     EXPECT_FALSE(Layouts::fromRawValue(u"LeftHalf"));
     EXPECT_FALSE(Layouts::fromRawValue(u""));
-    EXPECT_EQ(title(Layout::firstTwoThirds), QStringLiteral("First two thirds"));
-    EXPECT_FALSE(unitRect(Layout::center));
 }
 
 } // namespace

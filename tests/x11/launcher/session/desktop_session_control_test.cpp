@@ -50,6 +50,22 @@ protected:
         return control;
     }
 
+    // A control probed with only `bin` on PATH, holding a program `name` running `script`.
+    std::unique_ptr<DesktopSessionControl> controlFinding(
+        DesktopFamily family, const QTemporaryDir &bin, const QString &name, const QByteArray &script = {})
+    {
+        QFile program(bin.filePath(name));
+        EXPECT_TRUE(program.open(QIODevice::WriteOnly));
+        program.write(script);
+        program.close();
+        program.setPermissions(program.permissions() | QFileDevice::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", bin.path().toUtf8());
+        auto found = control(family);
+        qputenv("PATH", path);
+        return found;
+    }
+
     // Performs `action` and waits for its outcome.
     static std::optional<bool> run(SessionControl &control, Action action)
     {
@@ -71,48 +87,29 @@ struct FamilyCase {
     const char *name;
     QString sessionManager;
     QString sessionPath;
-    QString screenSaver;
+    QString sessionInterface;
+    QStringList endMethods; // logout, restart, shutdown
+    QString screenSaver;    // its interface is named like the service
     QString screenSaverPath;
-    QStringList endCalls;
-    QStringList saverCalls;
 };
 
 TEST_F(DesktopSessionControlTest, eachDesktopEndsTheSessionThroughItsSessionManagerAndLocksThroughItsScreenSaver)
 {
+    const QString gnomeSession = u"org.gnome.SessionManager"_s;
     const FamilyCase cases[] = {
-        {DesktopFamily::gnome, "GNOME", u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s,
-            u"org.gnome.ScreenSaver"_s, u"/org/gnome/ScreenSaver"_s,
-            {u"/org/gnome/SessionManager org.gnome.SessionManager.Logout(1)"_s,
-                u"/org/gnome/SessionManager org.gnome.SessionManager.Reboot()"_s,
-                u"/org/gnome/SessionManager org.gnome.SessionManager.Shutdown()"_s},
-            {u"/org/gnome/ScreenSaver org.gnome.ScreenSaver.Lock()"_s,
-                u"/org/gnome/ScreenSaver org.gnome.ScreenSaver.SetActive(true)"_s}},
-        {DesktopFamily::mate, "MATE", u"org.gnome.SessionManager"_s, u"/org/gnome/SessionManager"_s,
-            u"org.mate.ScreenSaver"_s, u"/org/mate/ScreenSaver"_s,
-            {u"/org/gnome/SessionManager org.gnome.SessionManager.Logout(1)"_s,
-                u"/org/gnome/SessionManager org.gnome.SessionManager.RequestReboot()"_s,
-                u"/org/gnome/SessionManager org.gnome.SessionManager.RequestShutdown()"_s},
-            {u"/org/mate/ScreenSaver org.mate.ScreenSaver.Lock()"_s,
-                u"/org/mate/ScreenSaver org.mate.ScreenSaver.SetActive(true)"_s}},
-        {DesktopFamily::kde, "KDE", u"org.kde.Shutdown"_s, u"/Shutdown"_s, u"org.freedesktop.ScreenSaver"_s,
-            u"/ScreenSaver"_s,
-            {u"/Shutdown org.kde.Shutdown.logout()"_s, u"/Shutdown org.kde.Shutdown.logoutAndReboot()"_s,
-                u"/Shutdown org.kde.Shutdown.logoutAndShutdown()"_s},
-            {u"/ScreenSaver org.freedesktop.ScreenSaver.Lock()"_s,
-                u"/ScreenSaver org.freedesktop.ScreenSaver.SetActive(true)"_s}},
+        {DesktopFamily::gnome, "GNOME", gnomeSession, u"/org/gnome/SessionManager"_s, gnomeSession,
+            {u"Logout(1)"_s, u"Reboot()"_s, u"Shutdown()"_s}, u"org.gnome.ScreenSaver"_s, u"/org/gnome/ScreenSaver"_s},
+        {DesktopFamily::mate, "MATE", gnomeSession, u"/org/gnome/SessionManager"_s, gnomeSession,
+            {u"Logout(1)"_s, u"RequestReboot()"_s, u"RequestShutdown()"_s}, u"org.mate.ScreenSaver"_s,
+            u"/org/mate/ScreenSaver"_s},
+        {DesktopFamily::kde, "KDE", u"org.kde.Shutdown"_s, u"/Shutdown"_s, u"org.kde.Shutdown"_s,
+            {u"logout()"_s, u"logoutAndReboot()"_s, u"logoutAndShutdown()"_s}, u"org.freedesktop.ScreenSaver"_s,
+            u"/ScreenSaver"_s},
         {DesktopFamily::xfce, "Xfce", u"org.xfce.SessionManager"_s, u"/org/xfce/SessionManager"_s,
-            u"org.xfce.ScreenSaver"_s, u"/org/xfce/ScreenSaver"_s,
-            {u"/org/xfce/SessionManager org.xfce.Session.Manager.Logout(false,true)"_s,
-                u"/org/xfce/SessionManager org.xfce.Session.Manager.Restart(true)"_s,
-                u"/org/xfce/SessionManager org.xfce.Session.Manager.Shutdown(true)"_s},
-            {u"/org/xfce/ScreenSaver org.xfce.ScreenSaver.Lock()"_s,
-                u"/org/xfce/ScreenSaver org.xfce.ScreenSaver.SetActive(true)"_s}},
-        {DesktopFamily::lxqt, "LXQt", u"org.lxqt.session"_s, u"/LXQtSession"_s, u"org.freedesktop.ScreenSaver"_s,
-            u"/ScreenSaver"_s,
-            {u"/LXQtSession org.lxqt.session.logout()"_s, u"/LXQtSession org.lxqt.session.reboot()"_s,
-                u"/LXQtSession org.lxqt.session.powerOff()"_s},
-            {u"/ScreenSaver org.freedesktop.ScreenSaver.Lock()"_s,
-                u"/ScreenSaver org.freedesktop.ScreenSaver.SetActive(true)"_s}},
+            u"org.xfce.Session.Manager"_s, {u"Logout(false,true)"_s, u"Restart(true)"_s, u"Shutdown(true)"_s},
+            u"org.xfce.ScreenSaver"_s, u"/org/xfce/ScreenSaver"_s},
+        {DesktopFamily::lxqt, "LXQt", u"org.lxqt.session"_s, u"/LXQtSession"_s, u"org.lxqt.session"_s,
+            {u"logout()"_s, u"reboot()"_s, u"powerOff()"_s}, u"org.freedesktop.ScreenSaver"_s, u"/ScreenSaver"_s},
     };
     for (const FamilyCase &c : cases) {
         SCOPED_TRACE(c.name);
@@ -123,7 +120,12 @@ TEST_F(DesktopSessionControlTest, eachDesktopEndsTheSessionThroughItsSessionMana
             EXPECT_TRUE(subject->offers(action));
             EXPECT_EQ(run(*subject, action), true);
         }
-        EXPECT_EQ(services.calls, c.endCalls + c.saverCalls);
+        QStringList expected;
+        for (const QString &method : c.endMethods)
+            expected << c.sessionPath + u' ' + c.sessionInterface + u'.' + method;
+        for (const QString &method : {u"Lock()"_s, u"SetActive(true)"_s})
+            expected << c.screenSaverPath + u' ' + c.screenSaver + u'.' + method;
+        EXPECT_EQ(services.calls, expected);
     }
 }
 
@@ -191,18 +193,11 @@ TEST_F(DesktopSessionControlTest, darkModeFlipsKdesColorSchemeAndGnomesColorSche
 {
     QTemporaryDir bin;
     const QString log = bin.filePath(u"applied"_s);
-    QFile script(bin.filePath(u"plasma-apply-colorscheme"_s));
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nif [ \"$1\" = --list-schemes ]; then\n"
-                 "  printf ' * BreezeClassic\\n * BreezeLight (current color scheme)\\n * BreezeDark\\n'\n"
-                 "else echo \"$1\" >> '"
-        + log.toUtf8() + "'; fi\n");
-    script.close();
-    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", bin.path().toUtf8() + ':' + path);
-    const auto kde = control(DesktopFamily::kde);
-    qputenv("PATH", path);
+    const auto kde = controlFinding(DesktopFamily::kde, bin, u"plasma-apply-colorscheme"_s,
+        "#!/bin/sh\nif [ \"$1\" = --list-schemes ]; then\n"
+        "  printf ' * BreezeClassic\\n * BreezeLight (current color scheme)\\n * BreezeDark\\n'\n"
+        "else echo \"$1\" >> '"
+            + log.toUtf8() + "'; fi\n");
     ASSERT_TRUE(kde->offers(Action::darkMode));
     EXPECT_EQ(run(*kde, Action::darkMode), true);
     QFile applied(log);
@@ -277,20 +272,13 @@ TEST_F(DesktopSessionControlTest, emptyingTheTrashRemovesFilesInfoAndReadOnlyFol
 TEST_F(DesktopSessionControlTest, settingsOpenTheDesktopsOwnProgram)
 {
     QTemporaryDir bin;
-    QFile program(bin.filePath(u"xfce4-settings-manager"_s));
-    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
-    program.close();
-    program.setPermissions(program.permissions() | QFileDevice::ExeOwner);
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", bin.path().toUtf8());
-    const auto xfce = control(DesktopFamily::xfce);
-    const auto kde = control(DesktopFamily::kde);
-    qputenv("PATH", path);
+    const auto xfce = controlFinding(DesktopFamily::xfce, bin, u"xfce4-settings-manager"_s);
+    const auto kde = controlFinding(DesktopFamily::kde, bin, u"xfce4-settings-manager"_s);
     EXPECT_FALSE(kde->offers(Action::settings)) << "KDE's program is not installed";
     ASSERT_TRUE(xfce->offers(Action::settings));
     EXPECT_EQ(run(*xfce, Action::settings), true);
     ASSERT_EQ(m_processes.calls().size(), 1);
-    EXPECT_EQ(m_processes.calls().first().program, program.fileName());
+    EXPECT_EQ(m_processes.calls().first().program, bin.filePath(u"xfce4-settings-manager"_s));
 }
 
 } // namespace
