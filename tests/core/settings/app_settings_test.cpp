@@ -38,7 +38,6 @@ TEST(AppSettings, changesSurviveANewStoreOverTheSameDomain)
     EXPECT_EQ(reloaded.combo(HotAction::leftHalf), (KeyCombo{4, 6144}));
     EXPECT_EQ(reloaded.combo(HotAction::rightHalf), std::nullopt);
     EXPECT_EQ(reloaded.data().gap, 8);
-    EXPECT_EQ(reloaded.data().webSearches, AppSettings(domain).data().webSearches);
 }
 
 TEST(AppSettings, aRecordMissingOneMemberFallsBackAsAWhole)

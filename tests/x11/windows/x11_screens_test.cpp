@@ -50,8 +50,7 @@ TEST_P(StrutAreas, shrinkOnlyTheMonitorTheyReserveSpaceOn)
 }
 
 INSTANTIATE_TEST_SUITE_P(TwoMonitors, StrutAreas,
-    ::testing::Values(StrutCase{"none", {}, left, right},
-        StrutCase{"bottomOfLeft", {bottomPanel(30, 0, 1919)}, QRect(0, 0, 1920, 1050), right},
+    ::testing::Values(StrutCase{"bottomOfLeft", {bottomPanel(30, 0, 1919)}, QRect(0, 0, 1920, 1050), right},
         // Measured from the root's bottom edge, which lies 180 below RIGHT.
         StrutCase{"bottomOfRight", {bottomPanel(210, 1920, 3359)}, left, QRect(1920, 0, 1440, 870)},
         StrutCase{
