@@ -12,13 +12,10 @@
 #include "core/platform/settings_key_value_store.h"
 #include "core/settings/app_settings.h"
 #include "core/settings/snippet_store.h"
-#include "platform/x11/launcher/baloo_file_search.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
-#include "platform/x11/launcher/desktop_file_search.h"
+#include "platform/x11/launcher/desktop_file_search_chain.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
-#include "platform/x11/launcher/home_walk_file_search.h"
 #include "platform/x11/launcher/session/desktop_session_control.h"
-#include "platform/x11/launcher/tracker_file_search.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -105,12 +102,8 @@ int runQueryCommand(int argc, char **argv, const QueryOptions &options)
     const auto catalog = std::make_shared<DesktopEntryCatalog>();
     AppIndex index(catalog, catalog->defaultRoots());
     UsageTracker usage(defaults);
-    HomeWalkFileSearch homeWalk(QDir::homePath());
-    BalooFileSearch kdeIndex(QDir::homePath());
-    DesktopFileSearch kdeIndexOrWalk(kdeIndex, QString::fromLatin1(BalooFileSearch::service), homeWalk);
-    TrackerFileSearch gnomeIndex(QDir::homePath());
-    DesktopFileSearch fileSearch(gnomeIndex, QString::fromLatin1(TrackerFileSearch::service), kdeIndexOrWalk);
-    FileSearcher files(fileSearch, QDir::homePath());
+    DesktopFileSearchChain fileSearch(QDir::homePath());
+    FileSearcher files(fileSearch.search(), QDir::homePath());
     DetachedProcessLauncher processes;
     DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
     LauncherEngine engine({settings, clipboard, snippets, index, usage, files, processes, pasteboard,

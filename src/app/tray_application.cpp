@@ -13,15 +13,12 @@
 #include "platform/x11/app/x11_panel_keyboard.h"
 #include "platform/x11/app/xdg_autostart_login_item.h"
 #include "platform/x11/clipboard/x11_pasteboard.h"
-#include "platform/x11/launcher/baloo_file_search.h"
 #include "platform/x11/launcher/desktop_entry_catalog.h"
-#include "platform/x11/launcher/desktop_file_search.h"
+#include "platform/x11/launcher/desktop_file_search_chain.h"
 #include "platform/x11/launcher/detached_process_launcher.h"
 #include "platform/x11/launcher/gio_desktop_opener.h"
-#include "platform/x11/launcher/home_walk_file_search.h"
 #include "platform/x11/launcher/session/desktop_session_control.h"
 #include "platform/x11/launcher/startup_notifier.h"
-#include "platform/x11/launcher/tracker_file_search.h"
 #include "platform/x11/windows/x11_accessibility.h"
 #include "platform/x11/windows/x11_hot_key_service.h"
 #include "platform/x11/windows/x11_key_positions.h"
@@ -117,17 +114,13 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
     SettingsKeyValueStore defaults;
     StartupNotifier startupNotifier(*x11);
     GioDesktopOpener opener(&startupNotifier);
-    HomeWalkFileSearch homeWalk(QDir::homePath());
-    BalooFileSearch kdeIndex(QDir::homePath());
-    DesktopFileSearch kdeIndexOrWalk(kdeIndex, QString::fromLatin1(BalooFileSearch::service), homeWalk);
-    TrackerFileSearch gnomeIndex(QDir::homePath());
-    DesktopFileSearch fileSearch(gnomeIndex, QString::fromLatin1(TrackerFileSearch::service), kdeIndexOrWalk);
+    DesktopFileSearchChain fileSearch(QDir::homePath());
     DetachedProcessLauncher processes;
     DesktopSessionControl session(DesktopSessionControl::Environment::current(), processes);
     XdgAutostartLoginItem loginItem;
     const AppPorts ports{accessibility, workspace, screens, mouse, hotKeys, pasteboard, keystrokes, defaults, opener,
-        fileSearch, processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem, &panelKeyboard,
-        &session};
+        fileSearch.search(), processes, std::make_shared<DesktopEntryCatalog>(), keyPositions, loginItem,
+        &panelKeyboard, &session};
 
     // Only this instance writes there: what a killed one left mid-write can go.
     const QString data = DataDirectory::defaultPath();

@@ -18,8 +18,9 @@ public:
     // pressed, from the platform's event dispatch on the main thread.
     virtual void setPressedHandler(std::function<void(quint32 id)> handler) = 0;
     // Called on the main thread after a keyboard change moved registrations
-    // to the keys now at their positions: some may have been lost there, and
-    // combinations refused before may be free now.
+    // to the keys now at their positions (some may have been lost there, and
+    // combinations refused before may be free now) or brought a key where a
+    // combination refused as not typeable has its position.
     virtual void setKeyboardChangedHandler(std::function<void()> handler) = 0;
     // A reference for unregistering, or none when the combination is refused
     // (held by another application, by this one, or not typeable here).

@@ -212,6 +212,24 @@ TEST_F(HotKeysOnLayouts, aKeyThatMovesOnTheNewKeyboardIsGrabbedWhereItIsNow)
     EXPECT_TRUE(pressAndWait("ctrl+alt+Left", 1));
 }
 
+TEST_F(HotKeysOnLayouts, aKeyTheOldKeyboardLackedIsAnnouncedWhenTheNewOneHasIt)
+{
+    bool changed = false;
+    service.setKeyboardChangedHandler([&] { changed = true; });
+    constexpr KeyCombo f12{111, allFour};
+    {
+        // Key codes of a keyboard without F11 and F12.
+        const KeyboardMapping amiga({QStringLiteral("-keycodes"), QStringLiteral("amiga"), QStringLiteral("us")});
+        ASSERT_TRUE(amiga.isSet());
+        ASSERT_TRUE(TestDesktop::waitFor([&] { return !positions.nativeKey(111); }));
+        changed = false;
+        EXPECT_FALSE(service.registerHotKey(f12, 1));
+    }
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return changed; }));
+    EXPECT_TRUE(service.registerHotKey(f12, 1));
+    EXPECT_TRUE(pressAndWait("ctrl+alt+shift+super+F12", 1));
+}
+
 // Another X client, with a connection of its own.
 class OtherClient {
 public:

@@ -20,6 +20,8 @@ DesktopFileSearch::DesktopFileSearch(FileSearchBackend &index, const QString &in
     hasOwner.send(bus, this, [this](const QDBusMessage &reply) {
         if (succeeded(reply) && !reply.arguments().isEmpty())
             setIndexRunning(reply.arguments().constFirst().toBool());
+        m_probed = true;
+        Q_EMIT probeAnswered();
     });
 }
 

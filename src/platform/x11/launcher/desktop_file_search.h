@@ -21,9 +21,13 @@ public:
     void stop() override;
 
     bool usesIndex() const { return m_indexRunning; }
+    // Whether the bus has answered whether the index runs (or failed to).
+    bool probed() const { return m_probed; }
 
 Q_SIGNALS:
     void indexRunningChanged(bool running);
+    // Once, when the bus's first answer is in.
+    void probeAnswered();
 
 private:
     void setIndexRunning(bool running);
@@ -31,6 +35,7 @@ private:
     FileSearchBackend &m_index;
     FileSearchBackend &m_fallback;
     bool m_indexRunning = false;
+    bool m_probed = false;
 };
 
 } // namespace tessary

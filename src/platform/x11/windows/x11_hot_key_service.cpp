@@ -8,6 +8,7 @@
 
 #include <xcb/xcb_keysyms.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -64,8 +65,11 @@ void X11HotKeyService::setKeyboardChangedHandler(std::function<void()> handler)
 std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, quint32 id)
 {
     const Grab grab = grabFor(combo, id);
-    if (!grab.keycode)
+    if (!grab.keycode) {
+        if (!m_untypable.contains(combo))
+            m_untypable.append(combo);
         return std::nullopt;
+    }
     for (const Grab &held : std::as_const(m_grabs)) {
         if (held.keycode == grab.keycode && held.modifiers == grab.modifiers)
             return std::nullopt;
@@ -74,6 +78,7 @@ std::optional<quint64> X11HotKeyService::registerHotKey(const KeyCombo &combo, q
         return std::nullopt;
     const quint64 reference = m_nextReference++;
     m_grabs.insert(reference, grab);
+    m_untypable.removeAll(combo);
     return reference;
 }
 
@@ -141,10 +146,12 @@ void X11HotKeyService::regrabMovedKeys()
         }
     }
     xcb_flush(m_x11.connection());
+    const bool freed = std::any_of(m_untypable.cbegin(), m_untypable.cend(),
+        [this](const KeyCombo &combo) { return m_positions.nativeKey(combo.keyCode).has_value(); });
     // The server also announces a new keyboard when key events switch between
     // devices (XTest and the real keyboard) with the same keymap; registering
     // everything again then would drop the key press that caused it.
-    if (moved && m_keyboardChangedHandler)
+    if ((moved || freed) && m_keyboardChangedHandler)
         m_keyboardChangedHandler();
 }
 
@@ -157,6 +164,9 @@ void X11HotKeyService::unregisterHotKey(quint64 reference)
         ungrab(*found);
     m_x11.sync();
     m_grabs.erase(found);
+    // Everything is being registered anew: what is refused now will say so.
+    if (m_grabs.isEmpty())
+        m_untypable.clear();
 }
 
 void X11HotKeyService::ungrab(const Grab &grab)

@@ -78,6 +78,9 @@ private:
     std::function<void(quint32)> m_handler;
     std::function<void()> m_keyboardChangedHandler;
     QHash<quint64, Grab> m_grabs;
+    // Refused because this keyboard has no key at their position: a new
+    // keyboard that has one is announced, so that they are asked for again.
+    QList<KeyCombo> m_untypable;
     // The key of a hot key that is down: its auto-repeated presses do not fire.
     xcb_keycode_t m_heldKey = 0;
     xcb_timestamp_t m_heldSince = 0;
