@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 // A real file index: KDE's file indexer on a private bus, indexing one folder
 // of a scratch home. Its search client reads the index where XDG_DATA_HOME
 // says, so this process points there too while the suite runs.
-class BalooFileSearchTest : public ::testing::Test {
+class BalooFileSearchTest : public ::testing::Test, protected ScratchIndexHome {
 protected:
     static void SetUpTestSuite()
     {
@@ -63,33 +63,6 @@ protected:
         delete s_indexer;
         delete s_bus;
         delete s_root;
-    }
-
-    static std::optional<QStringList> search(FileSearchBackend &backend, const QString &text)
-    {
-        std::optional<QStringList> answer;
-        backend.start(text, [&answer](const QStringList &paths) { answer = paths; });
-        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 10000));
-        return answer;
-    }
-
-    // The indexer starts with the suite and indexes file by file, so an
-    // answer counts once it holds as many files as the folder has. A loaded
-    // machine slows the indexer's start most.
-    static QStringList searchOnceIndexed(FileSearchBackend &backend, const QString &text, qsizetype files)
-    {
-        QStringList paths;
-        for (const QDeadlineTimer deadline(60000); !deadline.hasExpired() && paths.size() < files;) {
-            paths = search(backend, text).value_or(QStringList());
-            if (paths.size() < files)
-                QTest::qWait(250);
-        }
-        return paths;
-    }
-
-    static std::string lines(const std::optional<QStringList> &paths)
-    {
-        return paths ? paths->join(QLatin1Char('\n')).toStdString() : std::string("(no answer)");
     }
 
     static QString home() { return s_root->path() + u"/home"_s; }

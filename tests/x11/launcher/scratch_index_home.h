@@ -1,11 +1,18 @@
 #pragma once
 
+#include "core/platform/file_search_backend.h"
+
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcessEnvironment>
 #include <QString>
+#include <QStringList>
+#include <QTest>
 
 #include <initializer_list>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace tessary {
@@ -36,6 +43,33 @@ struct ScratchIndexHome {
         environment.insert(QStringLiteral("XDG_CACHE_HOME"), root + QStringLiteral("/cache"));
         environment.insert(QStringLiteral("XDG_DATA_HOME"), root + QStringLiteral("/data"));
         return environment;
+    }
+
+    // The backend's answer to one search, none when it gives none in `waitMs`.
+    static std::optional<QStringList> search(FileSearchBackend &backend, const QString &text, int waitMs = 60000)
+    {
+        std::optional<QStringList> answer;
+        backend.start(text, [&answer](const QStringList &paths) { answer = paths; });
+        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, waitMs));
+        return answer;
+    }
+
+    // Indexers index file by file, and a loaded machine slows their start
+    // most: an answer counts once it holds `files` files, within a minute.
+    static QStringList searchOnceIndexed(FileSearchBackend &backend, const QString &text, qsizetype files)
+    {
+        QStringList paths;
+        for (const QDeadlineTimer deadline(60000); !deadline.hasExpired() && paths.size() < files;) {
+            paths = search(backend, text).value_or(QStringList());
+            if (paths.size() < files)
+                QTest::qWait(250);
+        }
+        return paths;
+    }
+
+    static std::string lines(const std::optional<QStringList> &paths)
+    {
+        return paths ? paths->join(QLatin1Char('\n')).toStdString() : std::string("(no answer)");
     }
 };
 

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 // A real file index: Tracker's file miner, started by a private bus on first
 // use, indexing one folder with its state in a scratch home. The folder is in
 // the build tree because the miner leaves /tmp alone.
-class TrackerFileSearchTest : public ::testing::Test {
+class TrackerFileSearchTest : public ::testing::Test, protected ScratchIndexHome {
 protected:
     static void SetUpTestSuite()
     {
@@ -74,33 +74,6 @@ protected:
     {
         if (m_connection)
             g_object_unref(m_connection);
-    }
-
-    static std::optional<QStringList> search(FileSearchBackend &backend, const QString &text)
-    {
-        // The first question starts the miner, which takes long on a loaded machine.
-        std::optional<QStringList> answer;
-        backend.start(text, [&answer](const QStringList &paths) { answer = paths; });
-        static_cast<void>(QTest::qWaitFor([&answer] { return answer.has_value(); }, 60000));
-        return answer;
-    }
-
-    // The miner starts on the first question and indexes file by file, so
-    // an answer counts once it holds as many files as the folder has.
-    static QStringList searchOnceIndexed(FileSearchBackend &backend, const QString &text, qsizetype files)
-    {
-        QStringList paths;
-        for (int attempt = 0; attempt < 120 && paths.size() < files; ++attempt) {
-            paths = search(backend, text).value_or(QStringList());
-            if (paths.size() < files)
-                QTest::qWait(250);
-        }
-        return paths;
-    }
-
-    static std::string lines(const std::optional<QStringList> &paths)
-    {
-        return paths ? paths->join(QLatin1Char('\n')).toStdString() : std::string("(no answer)");
     }
 
     static QString file(const QString &name) { return s_root->path() + u"/home/files/"_s + name; }
