@@ -4,15 +4,12 @@
 #include "session/private_bus.h"
 
 #include <QDBusConnectionInterface>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <optional>
 
 namespace tessary {
 namespace {

@@ -15,8 +15,6 @@
 #include <gio/gio.h>
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace tessary {
 namespace {
 
