@@ -60,7 +60,7 @@ struct ScratchIndexHome {
     {
         QStringList paths;
         for (const QDeadlineTimer deadline(60000); !deadline.hasExpired() && paths.size() < files;) {
-            paths = search(backend, text).value_or(QStringList());
+            paths = search(backend, text, int(deadline.remainingTime())).value_or(QStringList());
             if (paths.size() < files)
                 QTest::qWait(250);
         }
