@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
 #include <QWidget>
 
 namespace tessary {
@@ -47,8 +49,26 @@ TEST(X11Workspace, whileThisProcessIsActiveTheLastOtherApplicationOwnsTheMenuBar
     // activation is the last one.
     desktop.activate(xterm.window);
     ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.activeWindow() == xterm.window; }));
+    // The workspace reads the active window when the change reaches this
+    // process, so the panel may take it only once xlogo's activation has.
+    struct ActivationNotices : QAbstractNativeEventFilter {
+        explicit ActivationNotices(TestDesktop &watched)
+            : desktop(watched)
+        {
+            QCoreApplication::instance()->installNativeEventFilter(this);
+        }
+        ~ActivationNotices() override { QCoreApplication::instance()->removeNativeEventFilter(this); }
+        bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+        {
+            if ((static_cast<const xcb_generic_event_t *>(message)->response_type & 0x7f) == XCB_PROPERTY_NOTIFY)
+                seen = desktop.activeWindow();
+            return false;
+        }
+        TestDesktop &desktop;
+        xcb_window_t seen = XCB_WINDOW_NONE;
+    } notices(desktop);
     desktop.activate(xlogo.window);
-    ASSERT_TRUE(TestDesktop::waitFor([&] { return desktop.activeWindow() == xlogo.window; }));
+    ASSERT_TRUE(TestDesktop::waitFor([&] { return notices.seen == xlogo.window; }));
 
     QWidget panel;
     panel.setWindowTitle(QStringLiteral("panel"));
