@@ -26,9 +26,11 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 # Qt-specific mistakes, checked while the suite runs: both mostly wait.
 scripts/clazy.sh "$build" >"$build/clazy.log" 2>&1 &
 clazy=$!
-ctest --test-dir "$build" -j "$(nproc)" --output-on-failure "$@"
+ctest --test-dir "$build" -j "$(nproc)" --output-on-failure -LE alone "$@"
 wait "$clazy" || { cat "$build/clazy.log"; exit 1; }
 cat "$build/clazy.log"
+# The file indexers run at idle priority: their tests wait for idle cores.
+ctest --test-dir "$build" --output-on-failure -L alone "$@"
 
 # The same suite optimised and without sanitizers: some faults show only there.
 # Its own folder: scripts/run.sh configures build/release without tests.
