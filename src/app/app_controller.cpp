@@ -76,9 +76,9 @@ AppController::AppController(const AppPorts &ports, const QString &dataDirectory
           *m_appIndex, *m_usage, *m_files, ports.processes, ports.pasteboard, systemCommands(ports.session)}))
     , m_trayMenu(std::make_unique<TrayMenu>())
     , m_launcherPanel(std::make_unique<PanelController>(
-          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard}))
+          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard, &ports.mouse}))
     , m_clipPanel(std::make_unique<PanelController>(
-          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard}))
+          PanelController::Ports{ports.screens, ports.keystrokes, ports.panelKeyboard, &ports.mouse}))
 {
     m_clipboard->frontAppProvider = ClipboardStore::frontAppProviderFor(ports.workspace);
     fillLauncherActions();

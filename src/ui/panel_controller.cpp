@@ -1,10 +1,12 @@
 #include "ui/panel_controller.h"
 
 #include "core/platform/keystroke_sender.h"
+#include "core/platform/mouse_monitor.h"
 #include "core/platform/panel_keyboard.h"
 #include "core/platform/screens.h"
 #include "core/windows/geometry.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -91,6 +93,7 @@ void PanelController::show(QWidget *content, int width, int height)
     const QPoint pointer = toGlobal(m_ports.screens.pointerLocation(), screens, origin);
     panel->setGeometry(placement(toGlobal(screens, origin), 0, pointer, QSize(width, height)));
     m_panel = panel;
+    hideOnPressesOutside();
     panel->show();
     // Reparenting into the panel dropped whatever focus the content had chosen.
     content->setFocus(Qt::ActiveWindowFocusReason);
@@ -98,6 +101,20 @@ void PanelController::show(QWidget *content, int width, int height)
         m_ports.keyboard->focusPanel(panel->winId());
     panel->raise();
     panel->activateWindow();
+}
+
+void PanelController::hideOnPressesOutside()
+{
+    // A click on the bare desktop moves no focus under most X11 window
+    // managers, so losing the keyboard alone would leave the panel open.
+    if (m_watchingPresses || !m_ports.mouse)
+        return;
+    m_watchingPresses = m_ports.mouse->listen(
+        [self = QPointer<PanelController>(this)] {
+            if (self && self->m_panel && !self->m_panel->frameGeometry().contains(QCursor::pos()))
+                self->hide();
+        },
+        {});
 }
 
 void PanelController::hide()

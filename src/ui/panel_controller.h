@@ -15,23 +15,27 @@
 namespace tessary {
 
 class KeystrokeSender;
+class MouseMonitor;
 class PanelKeyboard;
 class Screens;
 
 // Owns at most one keyboard-taking FloatingPanel at a time. A panel is built
 // on every show and dropped on hide; it hides itself when it loses the
-// keyboard or on Escape. Before a panel shows, the window the user works in
-// is remembered as the target of a later paste. Main thread only.
+// keyboard, on Escape, or on a press of the primary button outside it. Before
+// a panel shows, the window the user works in is remembered as the target of
+// a later paste. Main thread only.
 class PanelController : public QObject {
     Q_OBJECT
 
 public:
     // `keyboard` may be null where the platform's own activation is enough
-    // (tests on the offscreen platform). All must outlive the controller.
+    // (tests on the offscreen platform), `mouse` where a click elsewhere always
+    // takes the keyboard. All must outlive the controller.
     struct Ports {
         Screens &screens;
         KeystrokeSender &keystrokes;
         PanelKeyboard *keyboard = nullptr;
+        MouseMonitor *mouse = nullptr;
     };
 
     // One display in Qt's global coordinates (y down).
@@ -71,7 +75,10 @@ public:
     static QPoint toGlobal(QPointF pointer, const QList<ScreenInfo> &screens, QPoint primaryOrigin);
 
 private:
+    void hideOnPressesOutside();
+
     Ports m_ports;
+    bool m_watchingPresses = false;
     QPointer<FloatingPanel> m_panel;
     QList<QMetaObject::Connection> m_subscriptions;
 };

@@ -257,7 +257,7 @@ TEST_F(AppControllerTest, launcherRowsCopyAndPasteAsTheirOwnUnrecordedChanges)
 TEST_F(AppControllerTest, dragSnappingStartsAndSettingsAreAppliedAtOnceExceptShortcutsWhileSuspended)
 {
     controller().launchApp({});
-    EXPECT_EQ(desktop.mouseMonitorStarts(), 1);
+    EXPECT_EQ(desktop.mouseListeners(), 1);
     ASSERT_TRUE(controller().dragSnapper());
     SettingsData changed = controller().settings().data();
     changed.gap = 12;

@@ -162,12 +162,21 @@ TEST_F(Launcher, escapeAClickOutsideAndTheHotKeyAgainCloseIt)
         {QStringLiteral("key"), QStringLiteral("Escape")},
         {QStringLiteral("mousemove"), QStringLiteral("--window"), m_xtermWindow, QStringLiteral("5"),
             QStringLiteral("5"), QStringLiteral("click"), QStringLiteral("1")},
+        // The bare desktop, which takes no focus.
+        {QStringLiteral("mousemove"), QStringLiteral("1900"), QStringLiteral("1060"), QStringLiteral("click"),
+            QStringLiteral("1")},
         {QStringLiteral("key"), QStringLiteral("ctrl+alt+space")},
     };
     for (const QStringList &closer : closers) {
         xdotool({QStringLiteral("mousemove"), QStringLiteral("960"), QStringLiteral("900")});
         xdotool({QStringLiteral("key"), QStringLiteral("ctrl+alt+space")});
         ASSERT_TRUE(waitForPanel(true)) << closer.join(QLatin1Char(' ')).toStdString();
+        // A click inside keeps it.
+        const QPoint inside = panel()->center();
+        xdotool({QStringLiteral("mousemove"), QString::number(inside.x()), QString::number(inside.y()),
+            QStringLiteral("click"), QStringLiteral("1")});
+        QTest::qWait(100);
+        ASSERT_TRUE(panel());
         xdotool(closer);
         EXPECT_TRUE(waitForPanel(false)) << closer.join(QLatin1Char(' ')).toStdString();
     }

@@ -4,6 +4,7 @@
 #include "platform/fake/app/fake_panel_keyboard.h"
 #include "platform/fake/windows/fake_desktop.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPointer>
@@ -70,7 +71,7 @@ protected:
     FakeDesktop desktop;
     FakeKeystrokeSender keystrokes;
     FakePanelKeyboard keyboard;
-    PanelController controller{{desktop, keystrokes, &keyboard}};
+    PanelController controller{{desktop, keystrokes, &keyboard, &desktop}};
     int hides = 0;
 
     void SetUp() override
@@ -139,6 +140,21 @@ TEST_F(PanelControllerShown, escapeAndLosingTheKeyboardBothHide)
         EXPECT_EQ(hides, 1) << byEscape;
         EXPECT_TRUE(QTest::qWaitFor([&] { return !panel; }));
     }
+}
+
+TEST_F(PanelControllerShown, aPressOutsideHidesButOneInsideDoesNot)
+{
+    controller.show(content(), 400, 200);
+    QCursor::setPos(controller.panel()->geometry().center());
+    desktop.pressLeft();
+    EXPECT_TRUE(controller.isVisible());
+    QCursor::setPos(controller.panel()->geometry().bottomRight() + QPoint(5, 5));
+    desktop.pressLeft();
+    EXPECT_FALSE(controller.panel());
+    EXPECT_EQ(hides, 1);
+
+    controller.show(content(), 400, 200);
+    EXPECT_EQ(desktop.mouseListeners(), 1) << "one listener for every panel shown";
 }
 
 TEST_F(PanelControllerShown, hidingEndsSubscriptionsAndRunsOnHideOnce)

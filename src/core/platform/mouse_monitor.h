@@ -10,8 +10,10 @@ class MouseMonitor {
 public:
     virtual ~MouseMonitor() = default;
 
-    // Installs the monitor once; false when the platform cannot provide it.
-    virtual bool start(std::function<void()> onLeftDown, std::function<void()> onLeftUp) = 0;
+    // Adds a listener for the monitor's lifetime, installing the monitor on
+    // first use; false when the platform cannot provide it. Either callback
+    // may be empty.
+    virtual bool listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp) = 0;
 };
 
 } // namespace tessary

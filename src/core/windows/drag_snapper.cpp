@@ -40,7 +40,7 @@ void DragSnapper::start()
     if (m_started)
         return;
     const QPointer<DragSnapper> self(this);
-    m_started = m_mouse.start(
+    m_started = m_mouse.listen(
         [self] {
             if (self)
                 self->onMouseDown();

@@ -66,14 +66,18 @@ int FakeDesktop::frameWrites(WindowId id) const { return window(id).writes; }
 
 void FakeDesktop::pressLeft()
 {
-    if (m_onLeftDown)
-        m_onLeftDown();
+    for (qsizetype i = 0; i < m_mouseListeners.size(); ++i) {
+        if (const auto onDown = m_mouseListeners[i].first)
+            onDown();
+    }
 }
 
 void FakeDesktop::releaseLeft()
 {
-    if (m_onLeftUp)
-        m_onLeftUp();
+    for (qsizetype i = 0; i < m_mouseListeners.size(); ++i) {
+        if (const auto onUp = m_mouseListeners[i].second)
+            onUp();
+    }
 }
 
 bool FakeDesktop::requestTrust()
@@ -162,13 +166,11 @@ quint64 FakeDesktop::windowHash(WindowId id) const
 
 QList<RunningApp> FakeDesktop::runningApplications() const { return m_apps; }
 
-bool FakeDesktop::start(std::function<void()> onLeftDown, std::function<void()> onLeftUp)
+bool FakeDesktop::listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp)
 {
     if (!m_mouseAvailable)
         return false;
-    ++m_mouseStarts;
-    m_onLeftDown = std::move(onLeftDown);
-    m_onLeftUp = std::move(onLeftUp);
+    m_mouseListeners.append({std::move(onLeftDown), std::move(onLeftUp)});
     return true;
 }
 

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace tessary {
 
@@ -72,11 +73,11 @@ public:
 
     void setScreens(const QList<ScreenInfo> &screens) { m_screens = screens; }
     void setPointer(QPointF pointer) { m_pointer = pointer; }
-    // Whether start() succeeds; true by default.
+    // Whether listen() succeeds; true by default.
     void setMouseMonitorAvailable(bool available) { m_mouseAvailable = available; }
-    // Number of successful start() calls.
-    int mouseMonitorStarts() const { return m_mouseStarts; }
-    // Left button down/up anywhere on the desktop; reach the installed monitor.
+    // Number of successful listen() calls.
+    int mouseListeners() const { return int(m_mouseListeners.size()); }
+    // Left button down/up anywhere on the desktop; reach every listener.
     void pressLeft();
     void releaseLeft();
 
@@ -102,7 +103,7 @@ public:
     QPointF pointerLocation() const override { return m_pointer; }
 
     // --- MouseMonitor ----------------------------------------------------
-    bool start(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
+    bool listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
 
 private:
     struct Window {
@@ -146,9 +147,7 @@ private:
     QList<ScreenInfo> m_screens;
     QPointF m_pointer;
     bool m_mouseAvailable = true;
-    int m_mouseStarts = 0;
-    std::function<void()> m_onLeftDown;
-    std::function<void()> m_onLeftUp;
+    QList<std::pair<std::function<void()>, std::function<void()>>> m_mouseListeners;
 };
 
 } // namespace tessary

@@ -17,23 +17,29 @@ X11MouseMonitor::X11MouseMonitor(X11Connection &x11)
 
 X11MouseMonitor::~X11MouseMonitor()
 {
-    if (m_started) {
+    if (m_installed) {
         if (auto *app = QCoreApplication::instance())
             app->removeNativeEventFilter(this);
     }
 }
 
-bool X11MouseMonitor::start(std::function<void()> onLeftDown, std::function<void()> onLeftUp)
+bool X11MouseMonitor::listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp)
 {
-    if (m_started)
+    if (!install())
+        return false;
+    m_listeners.push_back({std::move(onLeftDown), std::move(onLeftUp)});
+    return true;
+}
+
+bool X11MouseMonitor::install()
+{
+    if (m_installed)
         return true;
     if (!selectRawButtons())
         return false;
     m_primaryButton = readPrimaryButton();
-    m_onLeftDown = std::move(onLeftDown);
-    m_onLeftUp = std::move(onLeftUp);
     QCoreApplication::instance()->installNativeEventFilter(this);
-    m_started = true;
+    m_installed = true;
     return true;
 }
 
@@ -109,9 +115,13 @@ bool X11MouseMonitor::nativeEventFilter(const QByteArray &eventType, void *messa
     const auto *raw = static_cast<const xcb_input_raw_button_press_event_t *>(message);
     if (raw->detail != m_primaryButton)
         return false;
-    const std::function<void()> &callback = event->event_type == XCB_INPUT_RAW_BUTTON_PRESS ? m_onLeftDown : m_onLeftUp;
-    if (callback)
-        callback();
+    const bool down = event->event_type == XCB_INPUT_RAW_BUTTON_PRESS;
+    // By index and by copy: a callback may add a listener.
+    for (std::size_t i = 0; i < m_listeners.size(); ++i) {
+        const std::function<void()> callback = down ? m_listeners[i].onLeftDown : m_listeners[i].onLeftUp;
+        if (callback)
+            callback();
+    }
     return false;
 }
 

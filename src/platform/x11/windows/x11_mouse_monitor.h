@@ -5,6 +5,8 @@
 
 #include <QAbstractNativeEventFilter>
 
+#include <vector>
+
 namespace tessary {
 
 // Primary button presses and releases anywhere on the screen, from XInput 2.2
@@ -22,22 +24,26 @@ public:
     X11MouseMonitor(const X11MouseMonitor &) = delete;
     X11MouseMonitor &operator=(const X11MouseMonitor &) = delete;
 
-    // False when the server lacks XInput 2.2; a second call keeps the first
-    // callbacks and returns whether they are installed.
-    bool start(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
+    // False when the server lacks XInput 2.2.
+    bool listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
 
 private:
+    struct Listener {
+        std::function<void()> onLeftDown;
+        std::function<void()> onLeftUp;
+    };
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    bool install();
     bool selectRawButtons();
     // The physical button the pointer's map turns into button 1.
     uint8_t readPrimaryButton() const;
 
     X11Connection &m_x11;
-    bool m_started = false;
+    bool m_installed = false;
     uint8_t m_opcode = 0;
     uint8_t m_primaryButton = 1;
-    std::function<void()> m_onLeftDown;
-    std::function<void()> m_onLeftUp;
+    std::vector<Listener> m_listeners;
 };
 
 } // namespace tessary
