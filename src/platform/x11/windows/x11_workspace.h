@@ -1,9 +1,8 @@
 #pragma once
 
 #include "core/platform/workspace.h"
+#include "platform/x11/windows/x11_activation_history.h"
 #include "platform/x11/windows/x11_apps.h"
-
-#include <QAbstractNativeEventFilter>
 
 namespace tessary {
 
@@ -12,10 +11,9 @@ namespace tessary {
 // property seen since construction (the last active window not of this
 // process), else from the stacking order. Needs the application object; main
 // thread only.
-class X11Workspace final : public Workspace, private QAbstractNativeEventFilter {
+class X11Workspace final : public Workspace {
 public:
     explicit X11Workspace(X11Connection &x11);
-    ~X11Workspace() override;
 
     X11Workspace(const X11Workspace &) = delete;
     X11Workspace &operator=(const X11Workspace &) = delete;
@@ -27,15 +25,12 @@ public:
     QList<RunningApp> runningApplications() const override;
 
 private:
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    void onActiveWindowChanged();
     bool isForeign(xcb_window_t window) const;
+    xcb_window_t lastActiveForeignWindow() const;
     xcb_window_t topmostForeignWindow() const;
 
-    X11Connection &m_x11;
     X11Apps m_apps;
-    xcb_atom_t m_activeWindowAtom;
-    xcb_window_t m_lastForeignActive = XCB_WINDOW_NONE;
+    X11ActivationHistory m_history;
 };
 
 } // namespace tessary
