@@ -1,5 +1,7 @@
 // The clipboard popup of the built tessary in the test X session, driven and
 // observed only through xdotool, xclip, xterm and the history file.
+#include "desktop_clients.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,17 +14,8 @@
 
 namespace {
 
-QString run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(10000);
-    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
-}
-
-QString xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
+using e2e::run;
+using e2e::xdotool;
 void keys(const QString &sequence) { xdotool(QStringList{QStringLiteral("key")} + sequence.split(QLatin1Char(' '))); }
 
 QString clipboardText()

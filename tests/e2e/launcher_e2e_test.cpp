@@ -1,5 +1,7 @@
 // The launcher of the built tessary in the test X session, driven with
 // xdotool and observed with xdotool, xwininfo, xclip and the files it leaves.
+#include "desktop_clients.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -14,15 +16,8 @@
 
 namespace {
 
-QString run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(10000);
-    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
-}
-
-QString xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
+using e2e::run;
+using e2e::xdotool;
 
 // A window's place on the screen as xwininfo reports it (no frame: panels have none).
 std::optional<QRect> geometry(const QString &window)

@@ -1,5 +1,7 @@
 // The built tessary with a fresh home in the test X session, observed only
 // through real clients (xdotool, xclip, xwininfo, xprop) and the files it writes.
+#include "desktop_clients.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -18,17 +20,8 @@
 
 namespace {
 
-QString run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(10000);
-    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
-}
-
-QString xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
+using e2e::run;
+using e2e::xdotool;
 
 void copyText(const QByteArray &text)
 {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// The X clients (xdotool, xclip, xwininfo, …) the end-to-end tests drive and
+// observe tessary with.
+namespace e2e {
+
+// Runs `program` to its end, at most 10 s, with `input` on its standard
+// input; gives its standard output trimmed.
+QString run(const QString &program, const QStringList &arguments, const QByteArray &input = {});
+QString xdotool(const QStringList &arguments);
+
+} // namespace e2e
