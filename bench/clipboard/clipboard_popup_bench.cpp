@@ -60,20 +60,7 @@ void BM_HotKeyToFocusedPopup(benchmark::State &state)
     QTemporaryDir home;
     seedHistory(home.filePath(QStringLiteral(".local/share/Tessary")), 1000);
     QProcess tessary;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home.path());
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
-        environment.remove(QString::fromLatin1(name));
-    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
-    tessary.setProcessEnvironment(environment);
-    tessary.start(binary, {});
-    QByteArray output;
-    if (!QTest::qWaitFor(
-            [&] {
-                output += tessary.readAllStandardError();
-                return output.contains("ready at");
-            },
-            20000)) {
+    if (!BenchInput::startTessary(tessary, binary, home.path())) {
         state.SkipWithError("tessary did not start");
         return;
     }

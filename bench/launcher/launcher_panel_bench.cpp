@@ -48,18 +48,7 @@ void BM_HotKeyToFocusedPanel(benchmark::State &state)
     using namespace tessary::BenchInput;
     QTemporaryDir home;
     QProcess tessary;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home.path());
-    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
-    tessary.setProcessEnvironment(environment);
-    tessary.start(binary, {});
-    QByteArray output;
-    if (!QTest::qWaitFor(
-            [&] {
-                output += tessary.readAllStandardError();
-                return output.contains("ready at");
-            },
-            20000)) {
+    if (!startTessary(tessary, binary, home.path())) {
         state.SkipWithError("tessary did not start");
         return;
     }

@@ -2,6 +2,9 @@
 
 #include <QFile>
 #include <QList>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QtCore/qtestsupport_core.h>
 
 #include <xcb/xtest.h>
 
@@ -35,6 +38,24 @@ void pressChord(xcb_connection_t *connection, std::initializer_list<xcb_keycode_
     for (auto key = std::rbegin(chord); key != std::rend(chord); ++key)
         xcb_test_fake_input(connection, XCB_KEY_RELEASE, *key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
     xcb_flush(connection);
+}
+
+bool startTessary(QProcess &tessary, const QString &binary, const QString &home)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home);
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
+        environment.remove(QString::fromLatin1(name));
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("tessary.app.info=true"));
+    tessary.setProcessEnvironment(environment);
+    tessary.start(binary, {});
+    QByteArray output;
+    return QTest::qWaitFor(
+        [&] {
+            output += tessary.readAllStandardError();
+            return output.contains("ready at");
+        },
+        20000);
 }
 
 double residentMiB(qint64 pid)
