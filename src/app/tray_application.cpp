@@ -3,7 +3,7 @@
 #include "app/app_controller.h"
 #include "app/single_instance.h"
 #include "app/termination_signals.h"
-#include "app/x_display.h"
+#include "app/x_display_probe.h"
 #include "core/app/data_directory.h"
 #include "core/clipboard/background_file_writer.h"
 #include "core/platform/settings_key_value_store.h"
@@ -65,7 +65,8 @@ void chooseIconTheme()
 
 int runTrayApplication(int argc, char **argv, const QStringList &arguments)
 {
-    if (const std::optional<QString> problem = xDisplayProblem()) {
+    XDisplayProbe display;
+    if (const std::optional<QString> &problem = display.problem()) {
         std::fprintf(stderr, "tessary: %s %s", qPrintable(*problem), nestedServerHint);
         return 1;
     }
@@ -74,6 +75,7 @@ int runTrayApplication(int argc, char **argv, const QStringList &arguments)
         qputenv("QT_QPA_PLATFORM", "xcb");
 
     QApplication app(argc, argv);
+    display.close();
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
     // Lets the desktop match our windows to the installed desktop entry.

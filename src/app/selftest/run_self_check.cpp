@@ -21,7 +21,7 @@
 #include "app/selftest/self_check_runner.h"
 #include "app/selftest/self_check_window.h"
 #include "app/single_instance.h"
-#include "app/x_display.h"
+#include "app/x_display_probe.h"
 #include "core/app/data_directory.h"
 #include "core/app/log.h"
 #include "core/platform/settings_key_value_store.h"
@@ -75,7 +75,8 @@ void write(const QByteArray &bytes) { std::fwrite(bytes.constData(), 1, size_t(b
 
 int runSelfCheck(int argc, char **argv, bool json)
 {
-    std::optional<QString> displayProblem = xDisplayProblem();
+    XDisplayProbe display;
+    std::optional<QString> displayProblem = display.problem();
     // Without a display the checks still run (and report it) on Qt's display-less platform.
     if (displayProblem)
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -83,6 +84,7 @@ int runSelfCheck(int argc, char **argv, bool json)
         qputenv("QT_QPA_PLATFORM", "xcb");
 
     QApplication app(argc, argv);
+    display.close();
     QApplication::setOrganizationName(QStringLiteral("Tessary"));
     QApplication::setApplicationName(QStringLiteral("Tessary"));
     X11Connection *x11 = displayProblem ? nullptr : X11Connection::instance();
