@@ -1,6 +1,8 @@
 #include "ui/floating_panel.h"
 
 #include <QKeyEvent>
+#include <QPainterPath>
+#include <QRegion>
 
 namespace tessary {
 
@@ -38,6 +40,29 @@ void FloatingPanel::keyPressEvent(QKeyEvent *event)
         return;
     }
     QWidget::keyPressEvent(event);
+}
+
+void FloatingPanel::setCutToCorners(bool cut)
+{
+    m_cutToCorners = cut;
+    updateMask();
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    updateMask();
+}
+
+void FloatingPanel::updateMask()
+{
+    if (!m_cutToCorners) {
+        clearMask();
+        return;
+    }
+    QPainterPath shape;
+    shape.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
+    setMask(QRegion(shape.toFillPolygon().toPolygon()));
 }
 
 void FloatingPanel::resignKey()

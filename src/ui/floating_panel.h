@@ -15,7 +15,15 @@ class FloatingPanel : public QWidget {
 public:
     enum class Input { keyboard, none };
 
+    // The radius of the rounded corners the keyboard panels' contents paint.
+    static constexpr double cornerRadius = 16;
+
     explicit FloatingPanel(Input input, QWidget *parent = nullptr);
+
+    // Where nothing blends translucent windows with what lies below (no
+    // compositing manager on X11), their clear corners would show black: the
+    // window is then cut to its rounded shape instead, at every size.
+    void setCutToCorners(bool cut);
 
     // Runs when the panel stops being the active window and when Escape is pressed.
     std::function<void()> onResignKey;
@@ -23,9 +31,13 @@ public:
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void resignKey();
+    void updateMask();
+
+    bool m_cutToCorners = false;
 };
 
 } // namespace tessary

@@ -1,6 +1,7 @@
 #include "ui/launcher_view.h"
 
 #include "core/launcher/launcher_model.h"
+#include "ui/floating_panel.h"
 #include "ui/launcher_list_model.h"
 #include "ui/launcher_row_delegate.h"
 #include "ui/symbol_icons.h"
@@ -20,7 +21,6 @@ namespace tessary {
 
 namespace {
 
-constexpr int cornerRadius = 16;
 constexpr int searchPadding = 18;
 constexpr int searchSpacing = 12;
 constexpr int searchIconSize = 22;
@@ -139,7 +139,7 @@ void LauncherView::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainterPath shape;
-    shape.addRoundedRect(bounds, cornerRadius, cornerRadius);
+    shape.addRoundedRect(bounds, FloatingPanel::cornerRadius, FloatingPanel::cornerRadius);
     QColor material = palette().color(QPalette::Window);
     material.setAlpha(242);
     painter.fillPath(shape, material);

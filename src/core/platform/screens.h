@@ -15,6 +15,9 @@ public:
 
     virtual QList<ScreenInfo> screens() const = 0;
     virtual QPointF pointerLocation() const = 0;
+    // Whether translucent windows are blended with what lies below them; on
+    // X11 only while a compositing manager runs.
+    virtual bool composited() const = 0;
 };
 
 } // namespace tessary

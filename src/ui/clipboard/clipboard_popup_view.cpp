@@ -6,6 +6,7 @@
 #include "ui/clipboard/clip_row_delegate.h"
 #include "ui/clipboard/popup_style.h"
 #include "ui/clipboard/thumbnail_cache.h"
+#include "ui/floating_panel.h"
 #include "ui/symbol_icons.h"
 
 #include <QFileInfo>
@@ -222,7 +223,8 @@ void ClipboardPopupView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath shape;
-    shape.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 16, 16);
+    shape.addRoundedRect(
+        QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), FloatingPanel::cornerRadius, FloatingPanel::cornerRadius);
     QColor material = palette().color(QPalette::Window);
     material.setAlphaF(0.96f);
     painter.fillPath(shape, material);

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <ostream>
 
 namespace tessary {
@@ -166,6 +167,27 @@ TEST(X11Screens, pointerLocationIsInDesktopCoordinates)
         ASSERT_TRUE(desktop.xdotool({QStringLiteral("mousemove"), QString::number(c.rootX), QString::number(c.rootY)}));
         EXPECT_EQ(screens.pointerLocation(), c.expected);
     }
+}
+
+TEST(X11Screens, compositedWhileAClientOwnsTheCompositingSelection)
+{
+    TestDesktop desktop;
+    X11Screens screens(desktop.x11());
+    EXPECT_FALSE(screens.composited()) << "openbox composites nothing";
+
+    // What a compositing manager does on start, from a connection of its own.
+    xcb_connection_t *compositor = xcb_connect(nullptr, nullptr);
+    const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(compositor)).data;
+    const xcb_window_t owner = xcb_generate_id(compositor);
+    xcb_create_window(compositor, XCB_COPY_FROM_PARENT, owner, screen->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT, 0, nullptr);
+    const xcb_atom_t selection = desktop.x11().atom("_NET_WM_CM_S0");
+    xcb_set_selection_owner(compositor, owner, selection, XCB_CURRENT_TIME);
+    std::free(xcb_get_input_focus_reply(compositor, xcb_get_input_focus(compositor), nullptr));
+    EXPECT_TRUE(screens.composited());
+
+    xcb_disconnect(compositor);
+    EXPECT_TRUE(TestDesktop::waitFor([&] { return !screens.composited(); }));
 }
 
 } // namespace

@@ -73,6 +73,7 @@ public:
 
     void setScreens(const QList<ScreenInfo> &screens) { m_screens = screens; }
     void setPointer(QPointF pointer) { m_pointer = pointer; }
+    void setComposited(bool composited) { m_composited = composited; }
     // Whether listen() succeeds; true by default.
     void setMouseMonitorAvailable(bool available) { m_mouseAvailable = available; }
     // Number of successful listen() calls.
@@ -101,6 +102,7 @@ public:
     // --- Screens ---------------------------------------------------------
     QList<ScreenInfo> screens() const override { return m_screens; }
     QPointF pointerLocation() const override { return m_pointer; }
+    bool composited() const override { return m_composited; }
 
     // --- MouseMonitor ----------------------------------------------------
     bool listen(std::function<void()> onLeftDown, std::function<void()> onLeftUp) override;
@@ -146,6 +148,7 @@ private:
 
     QList<ScreenInfo> m_screens;
     QPointF m_pointer;
+    bool m_composited = true;
     bool m_mouseAvailable = true;
     QList<std::pair<std::function<void()>, std::function<void()>>> m_mouseListeners;
 };

@@ -18,12 +18,15 @@ public:
 
     QList<ScreenInfo> screens() const override;
     QPointF pointerLocation() const override;
+    // A compositing manager owns the _NET_WM_CM_S<screen> selection; one round trip.
+    bool composited() const override;
 
 private:
     QSize rootSize() const;
     WorkAreaHints workAreaHints(QSize root) const;
 
     X11Connection &m_x11;
+    xcb_atom_t m_compositorSelection;
 };
 
 } // namespace tessary
