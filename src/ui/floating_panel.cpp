@@ -1,6 +1,7 @@
 #include "ui/floating_panel.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPainterPath>
 #include <QRegion>
 
@@ -42,9 +43,9 @@ void FloatingPanel::keyPressEvent(QKeyEvent *event)
     QWidget::keyPressEvent(event);
 }
 
-void FloatingPanel::setCutToCorners(bool cut)
+void FloatingPanel::cutToRoundedShape(double radius)
 {
-    m_cutToCorners = cut;
+    m_cutRadius = radius;
     updateMask();
 }
 
@@ -54,14 +55,20 @@ void FloatingPanel::resizeEvent(QResizeEvent *event)
     updateMask();
 }
 
+void FloatingPanel::paintEvent(QPaintEvent *)
+{
+    if (m_cutRadius > 0)
+        QPainter(this).fillRect(rect(), palette().color(QPalette::Window));
+}
+
 void FloatingPanel::updateMask()
 {
-    if (!m_cutToCorners) {
+    if (m_cutRadius <= 0) {
         clearMask();
         return;
     }
     QPainterPath shape;
-    shape.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
+    shape.addRoundedRect(QRectF(rect()), m_cutRadius, m_cutRadius);
     setMask(QRegion(shape.toFillPolygon().toPolygon()));
 }
 

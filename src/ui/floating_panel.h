@@ -22,8 +22,10 @@ public:
 
     // Where nothing blends translucent windows with what lies below (no
     // compositing manager on X11), their clear corners would show black: the
-    // window is then cut to its rounded shape instead, at every size.
-    void setCutToCorners(bool cut);
+    // window is then cut to a rectangle with corners of `radius`, at every
+    // size, and its contents drawn over the opaque window colour. 0 cuts
+    // nothing.
+    void cutToRoundedShape(double radius);
 
     // Runs when the panel stops being the active window and when Escape is pressed.
     std::function<void()> onResignKey;
@@ -32,12 +34,13 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void resignKey();
     void updateMask();
 
-    bool m_cutToCorners = false;
+    double m_cutRadius = 0;
 };
 
 } // namespace tessary

@@ -92,7 +92,7 @@ void PanelController::show(QWidget *content, int width, int height)
     const QList<ScreenInfo> screens = m_ports.screens.screens();
     const QPoint pointer = toGlobal(m_ports.screens.pointerLocation(), screens, origin);
     panel->setGeometry(placement(toGlobal(screens, origin), 0, pointer, QSize(width, height)));
-    panel->setCutToCorners(!m_ports.screens.composited());
+    panel->cutToRoundedShape(m_ports.screens.composited() ? 0 : FloatingPanel::cornerRadius);
     m_panel = panel;
     hideOnPressesOutside();
     panel->show();

@@ -5,8 +5,6 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
-#include <QPainterPath>
 #include <QPointer>
 #include <QScreen>
 #include <QTextBoundaryFinder>
@@ -51,26 +49,9 @@ public:
         auto *layout = new QHBoxLayout(this);
         layout->setContentsMargins(16, 0, 16, 0);
         layout->addWidget(label, 0, Qt::AlignVCenter | Qt::AlignLeft);
-        // Without a compositor translucency shows as black: clip to the rounded shape as well.
-        setMask(QRegion(roundedShape().toFillPolygon().toPolygon()));
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        QColor background = palette().color(QPalette::Window);
-        background.setAlpha(235);
-        painter.fillPath(roundedShape(), background);
-    }
-
-private:
-    QPainterPath roundedShape() const
-    {
-        QPainterPath path;
-        path.addRoundedRect(QRectF(rect()), cornerRadius, cornerRadius);
-        return path;
+        // Not told whether anything composites: cut always, which also paints
+        // the background.
+        cutToRoundedShape(cornerRadius);
     }
 };
 

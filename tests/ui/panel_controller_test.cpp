@@ -142,6 +142,22 @@ TEST_F(PanelControllerShown, escapeAndLosingTheKeyboardBothHide)
     }
 }
 
+TEST_F(PanelControllerShown, isCutToItsCornersOnlyWhereNothingComposites)
+{
+    for (const bool composited : {true, false}) {
+        desktop.setComposited(composited);
+        controller.show(content(), 400, 200);
+        controller.setHeight(300);
+        const QRegion mask = controller.panel()->mask();
+        EXPECT_EQ(mask.isEmpty(), composited);
+        if (!composited) {
+            EXPECT_FALSE(mask.contains(QPoint(0, 0)));
+            EXPECT_FALSE(mask.contains(QPoint(0, 299))) << "cut again at the new height";
+            EXPECT_TRUE(mask.contains(QPoint(200, 299)));
+        }
+    }
+}
+
 TEST_F(PanelControllerShown, aPressOutsideHidesButOneInsideDoesNot)
 {
     controller.show(content(), 400, 200);
