@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds everything (warnings are errors, Address and
-# UndefinedBehavior sanitizers on), checks formatting and runs every test
-# headless, including the X11 tests on a private Xvfb session and the saved
-# fuzzing corpora; runs clazy over src/, then the suite again in a Release build.
+# Installs what is missing, builds everything (warnings are errors,
+# AddressSanitizer on, UndefinedBehaviorSanitizer in the product's code),
+# checks formatting and runs every test headless, including the X11 tests on a
+# private Xvfb session and the saved fuzzing corpora; runs clazy over src/,
+# then the suite again in a Release build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
