@@ -14,8 +14,8 @@
 
 namespace {
 
-using e2e::run;
-using e2e::xdotool;
+using tessary::DesktopClients::run;
+using tessary::DesktopClients::xdotool;
 void keys(const QString &sequence) { xdotool(QStringList{QStringLiteral("key")} + sequence.split(QLatin1Char(' '))); }
 
 QString clipboardText()

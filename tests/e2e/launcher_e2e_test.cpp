@@ -16,8 +16,8 @@
 
 namespace {
 
-using e2e::run;
-using e2e::xdotool;
+using tessary::DesktopClients::run;
+using tessary::DesktopClients::xdotool;
 
 // A window's place on the screen as xwininfo reports it (no frame: panels have none).
 std::optional<QRect> geometry(const QString &window)

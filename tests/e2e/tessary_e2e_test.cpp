@@ -20,8 +20,8 @@
 
 namespace {
 
-using e2e::run;
-using e2e::xdotool;
+using tessary::DesktopClients::run;
+using tessary::DesktopClients::xdotool;
 
 void copyText(const QByteArray &text)
 {

@@ -2,6 +2,8 @@
 #include "platform/x11/app/x11_keystroke_sender.h"
 #include "platform/x11/x11_connection.h"
 
+#include "desktop_clients.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -41,15 +43,8 @@ TEST(PasteKeystroke, terminalsGetTheirOwnPasteKey)
     }
 }
 
-QString run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(10000);
-    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
-}
+using DesktopClients::run;
+using DesktopClients::xdotool;
 
 // A client window of the test session, found by its unique title.
 class Client {
@@ -57,8 +52,8 @@ public:
     Client(const QString &program, QStringList arguments, const QString &name)
     {
         m_process.start(program, arguments);
-        const QString id = run(QStringLiteral("xdotool"),
-            {QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"), name});
+        const QString id
+            = xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--name"), name});
         window = id.section(QLatin1Char('\n'), 0, 0).toULong();
     }
     ~Client()
@@ -91,8 +86,7 @@ protected:
 
     static bool waitForActive(quint64 window)
     {
-        return QTest::qWaitFor(
-            [&] { return run(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")}).toULong() == window; });
+        return QTest::qWaitFor([&] { return xdotool({QStringLiteral("getactivewindow")}).toULong() == window; });
     }
 
     // Our own window takes the keyboard, as a panel would.
@@ -153,9 +147,9 @@ TEST_F(KeystrokeSenderTest, otherWindowsGetControlVWithoutTheModifiersTheUserHol
     sender->rememberTarget();
     takeKeyboard();
 
-    run(QStringLiteral("xdotool"), {QStringLiteral("keydown"), QStringLiteral("shift+alt")});
+    xdotool({QStringLiteral("keydown"), QStringLiteral("shift+alt")});
     const std::optional<bool> posted = paste();
-    run(QStringLiteral("xdotool"), {QStringLiteral("keyup"), QStringLiteral("shift+alt")});
+    xdotool({QStringLiteral("keyup"), QStringLiteral("shift+alt")});
     EXPECT_EQ(posted, true);
 
     QString log;

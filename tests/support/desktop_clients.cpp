@@ -2,7 +2,7 @@
 
 #include <QProcess>
 
-namespace e2e {
+namespace tessary::DesktopClients {
 
 QString run(const QString &program, const QStringList &arguments, const QByteArray &input)
 {
@@ -16,4 +16,4 @@ QString run(const QString &program, const QStringList &arguments, const QByteArr
 
 QString xdotool(const QStringList &arguments) { return run(QStringLiteral("xdotool"), arguments); }
 
-} // namespace e2e
+} // namespace tessary::DesktopClients
