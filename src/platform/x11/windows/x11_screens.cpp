@@ -32,23 +32,12 @@ Rect toDesktop(const QRect &rect, const QRect &primary)
     return Rect{double(rect.x() - primary.x()), primary.height() - maxY, double(rect.width()), double(rect.height())};
 }
 
-// The number of the screen whose root the connection uses.
-int screenNumber(X11Connection &x11)
-{
-    int number = 0;
-    for (auto roots = xcb_setup_roots_iterator(xcb_get_setup(x11.connection())); roots.rem;
-         xcb_screen_next(&roots), ++number) {
-        if (roots.data->root == x11.root())
-            return number;
-    }
-    return 0;
-}
-
 } // namespace
 
 X11Screens::X11Screens(X11Connection &x11)
     : m_x11(x11)
-    , m_compositorSelection(x11.atom("_NET_WM_CM_S" + QByteArray::number(screenNumber(x11))))
+    // The connection works on the first screen, whose selection ends in 0.
+    , m_compositorSelection(x11.atom("_NET_WM_CM_S0"))
 {
 }
 

@@ -18,7 +18,7 @@ public:
 
     QList<ScreenInfo> screens() const override;
     QPointF pointerLocation() const override;
-    // A compositing manager owns the _NET_WM_CM_S<screen> selection; one round trip.
+    // A compositing manager owns the _NET_WM_CM_S0 selection; one round trip.
     bool composited() const override;
 
 private:
